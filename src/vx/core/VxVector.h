@@ -98,6 +98,7 @@ public:
     // Value I; raises ERangeError "i=%d index out of range" at or beyond Count (and, unlike
     // the unchecked original, for negative I as well).
     double Value(int I) const;
+    double GetValue(int I) const { return Value(I); }
     // Stores V at I, extending the vector to I + 1 values when needed (the gap keeps what
     // the storage held: zero, or old values after Clear). Negative I raises ERangeError.
     virtual void SetValue(int I, double V);
@@ -117,6 +118,8 @@ public:
     TVxValueIChangedList& IChangedList() { return FIChangedList; }
     const TVxValueIChangedList& IChangedList() const { return FIChangedList; }
 
+    // The storage: its first Count entries are the values (it may be longer).
+    const TVxRealArray& Values() const { return FValues; }
     // The valid values 0..Count-1, contiguous.
     const double* Data() const { return FValues.data(); }
     TVxRealArray ToArray() const { return TVxRealArray(FValues.begin(), FValues.begin() + FCount); }
