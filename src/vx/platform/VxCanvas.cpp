@@ -1,0 +1,480 @@
+#include "vx/platform/VxCanvas.h"
+
+#include <QGuiApplication>
+#include <QImage>
+#include <QPaintDevice>
+#include <QPaintEngine>
+#include <QPainter>
+#include <QWidget>
+
+namespace vx {
+
+namespace {
+
+// Composition mode for a pen mode on a raster device (pmNop is handled by the caller).
+QPainter::CompositionMode RasterMode(TPenMode mode)
+{
+    switch (mode) {
+    case pmBlack: return QPainter::RasterOp_ClearDestination;
+    case pmWhite: return QPainter::RasterOp_SetDestination;
+    case pmNot: return QPainter::RasterOp_NotDestination;
+    case pmNotCopy: return QPainter::RasterOp_NotSource;
+    case pmMergePenNot: return QPainter::RasterOp_SourceOrNotDestination;
+    case pmMaskPenNot: return QPainter::RasterOp_SourceAndNotDestination;
+    case pmMergeNotPen: return QPainter::RasterOp_NotSourceOrDestination;
+    case pmMaskNotPen: return QPainter::RasterOp_NotSourceAndDestination;
+    case pmMerge: return QPainter::RasterOp_SourceOrDestination;
+    case pmNotMerge: return QPainter::RasterOp_NotSourceAndNotDestination;
+    case pmMask: return QPainter::RasterOp_SourceAndDestination;
+    case pmNotMask: return QPainter::RasterOp_NotSourceOrNotDestination;
+    case pmXor: return QPainter::RasterOp_SourceXorDestination;
+    case pmNotXor: return QPainter::RasterOp_NotSourceXorDestination;
+    case pmNop:
+    case pmCopy: break;
+    }
+    return QPainter::CompositionMode_SourceOver;
+}
+
+// Dash patterns of the one-pixel pen, in pixels (on, off, ...), as the platform draws them.
+QVector<qreal> CosmeticDashes(TPenStyle style)
+{
+    switch (style) {
+    case psDash: return {18, 6};
+    case psDot: return {3, 3};
+    case psDashDot: return {9, 6, 3, 6};
+    case psDashDotDot: return {9, 3, 3, 3, 3, 3};
+    case psAlternate: return {1, 1};
+    default: return {};
+    }
+}
+
+// Rectangle from platform edges (right/bottom exclusive) to the QRect of the pixels
+// a one-pixel outline passes through.
+QRect OutlineRect(int x1, int y1, int x2, int y2)
+{
+    return QRect(QPoint(x1, y1), QPoint(x2 - 1, y2 - 1));
+}
+
+} // namespace
+
+TCanvas::TCanvas(QPainter* Painter)
+    : FPainter(Painter)
+{
+    Init();
+}
+
+TCanvas::TCanvas(QPaintDevice* Device)
+    : FOwnedPainter(std::make_unique<QPainter>(Device))
+    , FPainter(FOwnedPainter.get())
+{
+    Init();
+}
+
+TCanvas::~TCanvas()
+{
+    if (FPainter && FPainter->isActive())
+        FPainter->restore();
+    if (FOwnedPainter && FOwnedPainter->isActive())
+        FOwnedPainter->end();
+}
+
+void TCanvas::Init()
+{
+    if (!FPainter || !FPainter->isActive()) {
+        FPainter = nullptr;
+        return;
+    }
+    FPainter->save();
+    FPainter->setRenderHint(QPainter::Antialiasing, false);
+    FPainter->setRenderHint(QPainter::SmoothPixmapTransform, false);
+    FPainter->setBackgroundMode(Qt::TransparentMode);
+    FBaseTransform = FPainter->worldTransform();
+    const QPaintEngine* engine = FPainter->paintEngine();
+    FRaster = engine && engine->type() == QPaintEngine::Raster;
+    QPaintDevice* device = FPainter->device();
+    if (device && device->devType() == QInternal::Widget)
+        FPalette = static_cast<QWidget*>(device)->palette();
+    else if (QGuiApplication::instance())
+        FPalette = QGuiApplication::palette();
+}
+
+QPainter* TCanvas::Painter()
+{
+    if (FPainter) {
+        ApplyPen();
+        ApplyBrush();
+        ApplyFont();
+        ApplyMode(FPen.Mode());
+    }
+    return FPainter;
+}
+
+void TCanvas::Invalidate()
+{
+    FPenApplied = false;
+    FBrushApplied = false;
+    FFontApplied = false;
+    FAppliedModeOp = -1;
+}
+
+QPaintDevice* TCanvas::Device() const
+{
+    return FPainter ? FPainter->device() : nullptr;
+}
+
+void TCanvas::SetPalette(const QPalette& Value)
+{
+    FPalette = Value;
+    Invalidate();
+}
+
+// ---------------------------------------------------------------------------------
+// Lazy state
+
+void TCanvas::ApplyPen()
+{
+    if (FPenApplied && FAppliedPen == FPen)
+        return;
+    const TPenStyle style = FPen.Style();
+    if (style == psClear || FPen.Color() == clNone) {
+        FPainter->setPen(Qt::NoPen);
+    } else {
+        const int width = FPen.Width();
+        QPen pen(ToQColor(FPen.Color(), &FPalette));
+        if (width <= 1) {
+            // Cosmetic pen: flat caps leave out a line's end pixel, as the platform does.
+            pen.setWidth(0);
+            pen.setCapStyle(Qt::FlatCap);
+            pen.setJoinStyle(Qt::MiterJoin);
+            const QVector<qreal> dashes = CosmeticDashes(style);
+            if (!dashes.isEmpty())
+                pen.setDashPattern(dashes);
+        } else {
+            pen.setWidth(width);
+            pen.setStyle(ToQtPenStyle(style));
+            pen.setCapStyle(Qt::RoundCap);
+            pen.setJoinStyle(Qt::RoundJoin);
+        }
+        FPainter->setPen(pen);
+    }
+    FAppliedPen = FPen;
+    FPenApplied = true;
+}
+
+void TCanvas::ApplyBrush()
+{
+    if (FBrushApplied && FAppliedBrush == FBrush)
+        return;
+    if (FBrush.Style() == bsClear || FBrush.Color() == clNone)
+        FPainter->setBrush(Qt::NoBrush);
+    else
+        FPainter->setBrush(QBrush(ToQColor(FBrush.Color(), &FPalette), ToQtBrushStyle(FBrush.Style())));
+    FAppliedBrush = FBrush;
+    FBrushApplied = true;
+}
+
+void TCanvas::ApplyFont()
+{
+    if (FFontApplied && FAppliedFont == FFont)
+        return;
+    const QFont font = FFont.ToQFont();
+    FPainter->setFont(font);
+    FMetrics.emplace(font, FPainter->device());
+    FAppliedFont = FFont;
+    FFontApplied = true;
+}
+
+void TCanvas::ApplyMode(TPenMode Mode)
+{
+    const int op = FRaster ? static_cast<int>(RasterMode(Mode)) : static_cast<int>(QPainter::CompositionMode_SourceOver);
+    if (op == FAppliedModeOp)
+        return;
+    FPainter->setCompositionMode(static_cast<QPainter::CompositionMode>(op));
+    FAppliedModeOp = op;
+}
+
+bool TCanvas::ModeDrawsNothing(TPenMode Mode) const
+{
+    return !FPainter || Mode == pmNop;
+}
+
+// ---------------------------------------------------------------------------------
+// Lines and shapes
+
+void TCanvas::LineTo(int X, int Y)
+{
+    const QPoint from = FPenPos;
+    FPenPos = QPoint(X, Y);
+    if (ModeDrawsNothing(FPen.Mode()))
+        return;
+    ApplyPen();
+    ApplyMode(FPen.Mode());
+    FPainter->drawLine(from, FPenPos);
+}
+
+void TCanvas::Polyline(const QPoint* Points, int Count)
+{
+    if (!Points || Count < 2 || ModeDrawsNothing(FPen.Mode()))
+        return;
+    ApplyPen();
+    ApplyMode(FPen.Mode());
+    FPainter->drawPolyline(Points, Count);
+}
+
+void TCanvas::Polyline(const std::vector<QPoint>& Points)
+{
+    Polyline(Points.data(), static_cast<int>(Points.size()));
+}
+
+void TCanvas::Polygon(const QPoint* Points, int Count)
+{
+    if (!Points || Count < 2 || ModeDrawsNothing(FPen.Mode()))
+        return;
+    ApplyPen();
+    ApplyBrush();
+    ApplyMode(FPen.Mode());
+    FPainter->drawPolygon(Points, Count);
+}
+
+void TCanvas::Polygon(const std::vector<QPoint>& Points)
+{
+    Polygon(Points.data(), static_cast<int>(Points.size()));
+}
+
+void TCanvas::ShapeOutline(bool Ellipse, int X1, int Y1, int X2, int Y2)
+{
+    if (X2 < X1)
+        std::swap(X1, X2);
+    if (Y2 < Y1)
+        std::swap(Y1, Y2);
+    if (X2 == X1 || Y2 == Y1 || ModeDrawsNothing(FPen.Mode()))
+        return;
+    ApplyPen();
+    ApplyBrush();
+    ApplyMode(FPen.Mode());
+    const bool noPen = FPen.Style() == psClear || FPen.Color() == clNone;
+    if (noPen) {
+        // Without an outline the fill alone covers the whole rectangle.
+        const QRect box(QPoint(X1, Y1), QPoint(X2 - 1, Y2 - 1));
+        if (Ellipse)
+            FPainter->drawEllipse(QRectF(box));
+        else
+            FPainter->drawRect(QRectF(box));
+        return;
+    }
+    QRect r = OutlineRect(X1, Y1, X2, Y2);
+    const int width = FPen.Width();
+    if (FPen.Style() == psInsideFrame && width > 1) {
+        // Keep the whole wide pen inside the rectangle.
+        r.adjust(width / 2, width / 2, -(width - 1) / 2, -(width - 1) / 2);
+        if (r.width() < 1 || r.height() < 1)
+            r = QRect(r.topLeft(), QSize(1, 1));
+    }
+    // A QRect of width w strokes w+1 pixels: pass the pixel span minus one.
+    const QRect stroke(r.topLeft(), QSize(r.width() - 1, r.height() - 1));
+    if (Ellipse)
+        FPainter->drawEllipse(stroke);
+    else
+        FPainter->drawRect(stroke);
+}
+
+void TCanvas::Rectangle(int X1, int Y1, int X2, int Y2)
+{
+    ShapeOutline(false, X1, Y1, X2, Y2);
+}
+
+void TCanvas::Rectangle(const QRect& Rect)
+{
+    Rectangle(Rect.left(), Rect.top(), Rect.left() + Rect.width(), Rect.top() + Rect.height());
+}
+
+void TCanvas::Ellipse(int X1, int Y1, int X2, int Y2)
+{
+    ShapeOutline(true, X1, Y1, X2, Y2);
+}
+
+void TCanvas::Ellipse(const QRect& Rect)
+{
+    Ellipse(Rect.left(), Rect.top(), Rect.left() + Rect.width(), Rect.top() + Rect.height());
+}
+
+void TCanvas::FillRect(const QRect& Rect)
+{
+    if (!FPainter || Rect.isEmpty() || FBrush.Style() == bsClear || FBrush.Color() == clNone)
+        return;
+    // Filling ignores the pen mode.
+    ApplyMode(pmCopy);
+    FPainter->fillRect(Rect, QBrush(ToQColor(FBrush.Color(), &FPalette), ToQtBrushStyle(FBrush.Style())));
+}
+
+void TCanvas::FillRect(int X1, int Y1, int X2, int Y2)
+{
+    FillRect(QRect(QPoint(std::min(X1, X2), std::min(Y1, Y2)), QPoint(std::max(X1, X2) - 1, std::max(Y1, Y2) - 1)));
+}
+
+void TCanvas::DrawFocusRect(const QRect& Rect)
+{
+    if (!FPainter || Rect.width() < 1 || Rect.height() < 1)
+        return;
+    QPen pen(FRaster ? QColor(Qt::white) : QColor(Qt::gray));
+    pen.setWidth(0);
+    pen.setCapStyle(Qt::FlatCap);
+    pen.setDashPattern({1, 1});
+    FPainter->setPen(pen);
+    FPainter->setBrush(Qt::NoBrush);
+    FPenApplied = false;
+    FBrushApplied = false;
+    ApplyMode(FRaster ? pmXor : pmCopy);
+    FPainter->drawRect(QRect(Rect.topLeft(), QSize(Rect.width() - 1, Rect.height() - 1)));
+}
+
+// ---------------------------------------------------------------------------------
+// Text
+
+const QFontMetrics& TCanvas::FontMetrics()
+{
+    if (FPainter) {
+        ApplyFont();
+    } else if (!FMetrics || FAppliedFont != FFont) {
+        FMetrics.emplace(FFont.ToQFont());
+        FAppliedFont = FFont;
+    }
+    return *FMetrics;
+}
+
+int TCanvas::TextWidth(const QString& Text)
+{
+    return FontMetrics().horizontalAdvance(Text);
+}
+
+int TCanvas::TextHeight(const QString&)
+{
+    const QFontMetrics& fm = FontMetrics();
+    return fm.ascent() + fm.descent();
+}
+
+QSize TCanvas::TextExtent(const QString& Text)
+{
+    return QSize(TextWidth(Text), TextHeight(Text));
+}
+
+void TCanvas::TextOut(int X, int Y, const QString& Text)
+{
+    DrawText(X, Y, FFont.Orientation(), Text);
+}
+
+void TCanvas::TextOutAngle(int X, int Y, int Angle, const QString& Text)
+{
+    DrawText(X, Y, Angle, Text);
+}
+
+void TCanvas::DrawText(int X, int Y, int Angle, const QString& Text)
+{
+    if (!FPainter) {
+        FPenPos = QPoint(X, Y);
+        return;
+    }
+    ApplyFont();
+    const QFontMetrics& fm = *FMetrics;
+    const int width = fm.horizontalAdvance(Text);
+    FPenPos = QPoint(X + width, Y);
+    if (Text.isEmpty())
+        return;
+    // Text is always drawn in copy mode, in the font colour.
+    ApplyMode(pmCopy);
+    const bool rotated = Angle % 3600 != 0;
+    if (rotated) {
+        FPainter->save();
+        FPainter->translate(X, Y);
+        FPainter->rotate(-Angle / 10.0);
+        X = 0;
+        Y = 0;
+    }
+    if (FBrush.Style() != bsClear && FBrush.Color() != clNone)
+        FPainter->fillRect(QRect(X, Y, width, fm.ascent() + fm.descent()), ToQColor(FBrush.Color(), &FPalette));
+    FPainter->setPen(ToQColor(FFont.Color(), &FPalette));
+    FPenApplied = false;
+    FPainter->drawText(QPoint(X, Y + fm.ascent()), Text);
+    if (rotated)
+        FPainter->restore();
+}
+
+// ---------------------------------------------------------------------------------
+// Pixels
+
+TColor TCanvas::Pixel(int X, int Y) const
+{
+    if (!FPainter || !FRaster)
+        return clNone;
+    QPaintDevice* device = FPainter->device();
+    if (!device || device->devType() != QInternal::Image)
+        return clNone;
+    const QImage* image = static_cast<const QImage*>(device);
+    const QPoint p = FBaseTransform.map(QPoint(X, Y) - FWindowOrg);
+    if (!image->valid(p))
+        return clNone;
+    return FromQColor(QColor::fromRgb(image->pixel(p)));
+}
+
+void TCanvas::SetPixel(int X, int Y, TColor Color)
+{
+    if (!FPainter)
+        return;
+    ApplyMode(pmCopy);
+    FPainter->fillRect(QRect(X, Y, 1, 1), ToQColor(Color, &FPalette));
+}
+
+// ---------------------------------------------------------------------------------
+// Clipping and origin
+
+QRect TCanvas::ClipRect() const
+{
+    QRect device;
+    if (FClip)
+        device = *FClip;
+    else if (FPainter && FPainter->device())
+        device = QRect(0, 0, FPainter->device()->width(), FPainter->device()->height());
+    return device.translated(FWindowOrg);
+}
+
+void TCanvas::ApplyClip()
+{
+    if (!FPainter)
+        return;
+    if (!FClip) {
+        FPainter->setClipping(false);
+        return;
+    }
+    const QTransform current = FPainter->worldTransform();
+    FPainter->setWorldTransform(FBaseTransform);
+    FPainter->setClipRect(*FClip, Qt::ReplaceClip);
+    FPainter->setWorldTransform(current);
+}
+
+void TCanvas::SelectClipRect(const QRect& DeviceRect)
+{
+    FClip = DeviceRect.normalized();
+    ApplyClip();
+}
+
+void TCanvas::IntersectClipRect(const QRect& Rect)
+{
+    const QRect device = Rect.normalized().translated(-FWindowOrg);
+    FClip = FClip ? (*FClip & device) : device;
+    ApplyClip();
+}
+
+void TCanvas::ClearClip()
+{
+    FClip.reset();
+    ApplyClip();
+}
+
+void TCanvas::SetWindowOrg(int X, int Y)
+{
+    FWindowOrg = QPoint(X, Y);
+    if (FPainter)
+        FPainter->setWorldTransform(QTransform::fromTranslate(-X, -Y) * FBaseTransform);
+}
+
+} // namespace vx

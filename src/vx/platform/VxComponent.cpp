@@ -1,0 +1,214 @@
+#include "vx/platform/VxComponent.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QPointer>
+#include <QSet>
+#include <QVariant>
+#include <QWidget>
+
+namespace vx {
+
+namespace {
+
+// Dynamic property holding an object's own state flags.
+constexpr const char* StateProperty = "_vx_componentState";
+
+// Flags an object shares with its owner chain.
+constexpr TComponentState InheritedFlags = csDesigning | csDestroying;
+
+TComponentState OwnState(const QObject* obj)
+{
+    const QVariant v = obj->property(StateProperty);
+    return v.isValid() ? v.toUInt() : 0u;
+}
+
+// Root first, then every descendant depth first in creation order.
+void CollectTree(QObject* obj, QList<QPointer<QObject>>& out)
+{
+    out.append(obj);
+    for (QObject* child : obj->children())
+        CollectTree(child, out);
+}
+
+QObject* FindChildNamed(const QObjectList& candidates, const QString& name)
+{
+    for (QObject* c : candidates)
+        if (!c->objectName().isEmpty() && c->objectName().compare(name, Qt::CaseInsensitive) == 0)
+            return c;
+    return nullptr;
+}
+
+// The application's roots: top-level widgets, then objects parented to the application.
+QObjectList GlobalRoots()
+{
+    QObjectList roots;
+    if (qobject_cast<QApplication*>(QCoreApplication::instance()))
+        for (QWidget* w : QApplication::topLevelWidgets())
+            roots.append(w);
+    if (QCoreApplication* app = QCoreApplication::instance())
+        for (QObject* o : app->children())
+            if (!roots.contains(o))
+                roots.append(o);
+    return roots;
+}
+
+// Breadth first, so that the nearest object of that name wins.
+QObject* FindDescendantNamed(const QObject* from, const QString& name)
+{
+    QObjectList level = from->children();
+    while (!level.isEmpty()) {
+        if (QObject* hit = FindChildNamed(level, name))
+            return hit;
+        QObjectList next;
+        for (QObject* o : level)
+            next += o->children();
+        level = next;
+    }
+    return nullptr;
+}
+
+void CollectNames(const QObject* obj, QSet<QString>& names)
+{
+    if (!obj->objectName().isEmpty())
+        names.insert(obj->objectName().toLower());
+    for (const QObject* child : obj->children())
+        CollectNames(child, names);
+}
+
+} // namespace
+
+TComponentState ComponentState(const QObject* Obj)
+{
+    if (!Obj)
+        return 0;
+    TComponentState state = OwnState(Obj);
+    for (const QObject* p = Obj->parent(); p; p = p->parent())
+        state |= OwnState(p) & InheritedFlags;
+    return state;
+}
+
+void SetComponentState(QObject* Obj, TComponentState State)
+{
+    if (!Obj || OwnState(Obj) == State)
+        return;
+    Obj->setProperty(StateProperty, State == 0 ? QVariant() : QVariant(State));
+}
+
+void IncludeComponentState(QObject* Obj, TComponentState Flags)
+{
+    if (Obj)
+        SetComponentState(Obj, OwnState(Obj) | Flags);
+}
+
+void ExcludeComponentState(QObject* Obj, TComponentState Flags)
+{
+    if (Obj)
+        SetComponentState(Obj, OwnState(Obj) & ~Flags);
+}
+
+void Destroying(QObject* Obj)
+{
+    IncludeComponentState(Obj, csDestroying);
+}
+
+void BeginLoading(QObject* Root)
+{
+    if (!Root)
+        return;
+    QList<QPointer<QObject>> all;
+    CollectTree(Root, all);
+    for (const QPointer<QObject>& o : all)
+        IncludeComponentState(o, csLoading);
+}
+
+void EndLoading(QObject* Root)
+{
+    if (!Root)
+        return;
+    QList<QPointer<QObject>> all;
+    CollectTree(Root, all);
+    for (const QPointer<QObject>& o : all)
+        ExcludeComponentState(o, csLoading);
+    for (const QPointer<QObject>& o : all)
+        if (o)
+            if (auto* loadable = dynamic_cast<IVxLoadable*>(o.data()))
+                loadable->Loaded();
+}
+
+void CallLoaded(QObject* Obj)
+{
+    if (!Obj)
+        return;
+    ExcludeComponentState(Obj, csLoading);
+    if (auto* loadable = dynamic_cast<IVxLoadable*>(Obj))
+        loadable->Loaded();
+}
+
+QObjectList Components(const QObject* Owner)
+{
+    return Owner ? Owner->children() : QObjectList();
+}
+
+QObject* FindComponent(const QObject* Owner, const QString& Name)
+{
+    if (!Owner || Name.isEmpty())
+        return nullptr;
+    return FindChildNamed(Owner->children(), Name);
+}
+
+QObject* FindComponentByPath(const QString& Path, const QObject* Root)
+{
+    const QString path = Path.trimmed();
+    const QStringList parts = path.split(QLatin1Char('.'));
+    if (path.isEmpty() || parts.contains(QString()))
+        return nullptr;
+    auto walk = [&parts](const QObject* from, int first) -> QObject* {
+        const QObject* cur = from;
+        for (int i = first; cur && i < parts.size(); ++i)
+            cur = FindDescendantNamed(cur, parts[i]);
+        return const_cast<QObject*>(cur);
+    };
+    if (const QObject* form = FormOf(Root))
+        if (QObject* found = walk(form, 0))
+            return found;
+    for (QObject* root : GlobalRoots())
+        if (!root->objectName().isEmpty() && root->objectName().compare(parts[0], Qt::CaseInsensitive) == 0)
+            if (QObject* found = walk(root, 1))
+                return found;
+    return nullptr;
+}
+
+QString ComponentPath(const QObject* Target, const QObject* Root)
+{
+    if (!Target || Target->objectName().isEmpty())
+        return QString();
+    const QObject* form = FormOf(Target);
+    if ((Root && form == FormOf(Root)) || form == Target || form->objectName().isEmpty())
+        return Target->objectName();
+    return form->objectName() + QLatin1Char('.') + Target->objectName();
+}
+
+QObject* FormOf(const QObject* Obj)
+{
+    if (!Obj)
+        return nullptr;
+    const QObject* cur = Obj;
+    while (cur->parent() && cur->parent() != QCoreApplication::instance())
+        cur = cur->parent();
+    return const_cast<QObject*>(cur);
+}
+
+QString FirstFreeName(const QObject* Owner, const QString& Prefix)
+{
+    QSet<QString> names;
+    if (const QObject* form = FormOf(Owner))
+        CollectNames(form, names);
+    for (int n = 1;; ++n) {
+        const QString candidate = Prefix + QString::number(n);
+        if (!names.contains(candidate.toLower()))
+            return candidate;
+    }
+}
+
+} // namespace vx
