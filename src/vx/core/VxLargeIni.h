@@ -125,15 +125,15 @@ public:
     // The component's name path: owner names and its own name joined by "." (unnamed
     // owners are left out); empty for none or an unnamed component.
     void WriteComponentRef(const QString& Section, const QString& Key, const QObject* Component);
-    // Resolves the stored path from the application's top-level objects down. Returns the
-    // component found when it differs from Current, else Current (a missing or unknown
-    // path keeps the reference).
-    QObject* ReadComponentRef(const QString& Section, const QString& Key, QObject* Current) const;
-    // Typed form: the reference is replaced only by a component of type T.
+    // Resolves the stored path from the application's top-level objects down and replaces
+    // Component when the lookup ends in a different component (a missing or unknown path
+    // keeps the reference).
+    void ReadComponentRef(const QString& Section, const QString& Key, QObject*& Component) const;
+    // Typed forms: the reference is replaced only by a component of type T.
     template <class T>
     void ReadComponentRef(const QString& Section, const QString& Key, T*& Component) const
     {
-        if (T* found = qobject_cast<T*>(ReadComponentRef(Section, Key, static_cast<QObject*>(Component))))
+        if (T* found = qobject_cast<T*>(ResolveComponentRef(Section, Key, Component)))
             Component = found;
     }
     template <class T>
@@ -153,6 +153,8 @@ protected:
     const QString& LineAt(int I) const;
 
 private:
+    // The component the stored path names when it differs from Current, else Current.
+    QObject* ResolveComponentRef(const QString& Section, const QString& Key, QObject* Current) const;
     // The value of Key if the section holds it (Found), else nothing.
     QString FindValue(const QString& Section, const QString& Key, bool& Found) const;
     // The lines of the section (head excluded).

@@ -1,0 +1,440 @@
+#include "vx/core/VxLargeIni.h"
+#include "vx/core/VxVector.h"
+#include "vx/graph/VxDraw.h"
+#include "vx/platform/VxExceptions.h"
+#include "vx/platform/VxGraphics.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QTemporaryDir>
+#include <QWidget>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <unistd.h>
+
+using namespace vx;
+
+namespace {
+
+TVxIniList ListOf(const QStringList& lines)
+{
+    TVxIniList list;
+    list.Lines() = lines;
+    return list;
+}
+
+QString FileText(const QString& path)
+{
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly))
+        return QStringLiteral("<missing>");
+    return QString::fromUtf8(f.readAll());
+}
+
+} // namespace
+
+// ---------------------------------------------------------------- layout of writes
+
+TEST(VxIniList, WriteStringLayout)
+{
+    const QString nul = QString(QChar(0));
+    const struct {
+        const char* name;
+        QStringList before;
+        std::function<void(TVxIniList&)> write;
+        QStringList after;
+    } rows[] = {
+        {"new section in empty list", {},
+         [](TVxIniList& l) { l.WriteString("S", "K", "V"); },
+         {"", "[S]", "K=V"}},
+        {"second key goes before the separator", {"", "[A]", "a=1", "", "[B]", "b=1"},
+         [](TVxIniList& l) { l.WriteString("A", "c", "2"); },
+         {"", "[A]", "a=1", "c=2", "", "[B]", "b=1"}},
+        {"key at end of last section", {"", "[A]", "a=1"},
+         [](TVxIniList& l) { l.WriteString("a", "b", "2"); },
+         {"", "[A]", "a=1", "b=2"}},
+        {"existing key replaced, case-insensitive", {"[A]", "Size=1", "x=2"},
+         [](TVxIniList& l) { l.WriteString("A", "SIZE", "3"); },
+         {"[A]", "SIZE=3", "x=2"}},
+        {"prefix without = is another key", {"[A]", "Sizes=1"},
+         [](TVxIniList& l) { l.WriteString("A", "Size", "3"); },
+         {"[A]", "Sizes=1", "Size=3"}},
+        {"empty section: before the empty line", {"[A]", "", "[B]"},
+         [](TVxIniList& l) { l.WriteString("A", "k", "v"); },
+         {"[A]", "k=v", "", "[B]"}},
+        {"new section appended after others", {"[A]", "a=1"},
+         [](TVxIniList& l) { l.WriteString("B", "b", "2"); },
+         {"[A]", "a=1", "", "[B]", "b=2"}},
+        {"NUL cuts the line", {},
+         [nul](TVxIniList& l) { l.WriteString("S", "K", "ab" + nul + "cd"); },
+         {"", "[S]", "K=ab"}},
+        {"NUL in key cuts everything after it", {},
+         [nul](TVxIniList& l) { l.WriteString("S", "K" + nul + "x", "v"); },
+         {"", "[S]", "K"}},
+    };
+    for (const auto& r : rows) {
+        SCOPED_TRACE(r.name);
+        TVxIniList list = ListOf(r.before);
+        r.write(list);
+        EXPECT_EQ(list.Lines(), r.after);
+        EXPECT_TRUE(list.Modified());
+    }
+}
+
+TEST(VxIniList, ReadStringMatching)
+{
+    TVxIniList list = ListOf({"[Graph]", "Size=3", "sizes=4", "Name=a=b", "", "[Next]", "Other=1",
+                              "[Empty]", "[Last]", "z=9"});
+    const struct {
+        const char* section;
+        const char* key;
+        const char* expected;
+    } rows[] = {
+        {"Graph", "size", "3"},
+        {"GRAPH", "Sizes", "4"},
+        {"Graph", "Name", "a=b"},   // only the first "Key=" is cut off
+        {"Graph", "Other", "dflt"}, // scan stops at the next head
+        {"Empty", "z", "dflt"},     // a head right after the head ends the section
+        {"Last", "z", "9"},
+        {"Missing", "z", "dflt"},
+        {"Graph", "Siz", "dflt"},
+    };
+    for (const auto& r : rows) {
+        SCOPED_TRACE(std::string(r.section) + "/" + r.key);
+        EXPECT_EQ(list.ReadString(r.section, r.key, "dflt"), QString::fromLatin1(r.expected));
+    }
+    EXPECT_FALSE(list.Modified());
+}
+
+TEST(VxIniList, HeadOnLastLineIsAListIndexError)
+{
+    TVxIniList list = ListOf({"[A]", "a=1", "", "[Tail]"});
+    EXPECT_THROW(list.ReadString("Tail", "a", ""), EListError);
+    EXPECT_THROW(list.WriteString("Tail", "a", "1"), EListError);
+    EXPECT_THROW(list.ReadBool("Tail", "a", true), EListError);
+    EXPECT_THROW(list.ReadFont("Tail", "F", *std::make_unique<TFont>()), EListError);
+    EXPECT_EQ(list.ReadInteger("Tail", "a", 42), 42);
+    EXPECT_EQ(list.ReadReal("Tail", "a", 2.5), 2.5);
+    try {
+        list.ReadString("Tail", "a", "");
+    } catch (const EListError& e) {
+        EXPECT_EQ(e.Message(), EListError::IndexOutOfBounds(4).Message());
+    }
+}
+
+TEST(VxIniList, SectionQueriesAndErase)
+{
+    TVxIniList list = ListOf({"", "[A]", "a=1", "noeq", "", "[B]", "b=2", "c=3", "", "[C", "d=4"});
+    QStringList s;
+    list.ReadSections(s);
+    EXPECT_EQ(s, (QStringList{"A", "B", "C"}));
+    list.ReadSection("a", s);
+    EXPECT_EQ(s, (QStringList{"a", "noeq"}));
+    list.ReadSectionValues("B", s);
+    EXPECT_EQ(s, (QStringList{"b=2", "c=3"}));
+    list.ReadSection("Missing", s);
+    EXPECT_TRUE(s.isEmpty());
+    EXPECT_TRUE(list.SectionExists("b"));
+    EXPECT_FALSE(list.SectionExists("C")); // "[C" is no head of C
+
+    list.EraseSection("B");
+    EXPECT_EQ(list.Lines(), (QStringList{"", "[A]", "a=1", "noeq", "", "[C", "d=4"}));
+    EXPECT_TRUE(list.Modified());
+    list.EraseSection("A");
+    EXPECT_EQ(list.Lines(), (QStringList{"", "[C", "d=4"}));
+}
+
+// ---------------------------------------------------------------- typed values
+
+TEST(VxIniList, NumbersAndBooleans)
+{
+    TVxIniList list = ListOf({"[N]", "i=42", "neg=-7 apples", "txt=abc", "empty=", "r=2.5e-3",
+                              "b1=1", "bt=true", "bT=TRUE", "by=yes", "b0=0", "be="});
+    EXPECT_EQ(list.ReadInteger("N", "i", 0), 42);
+    EXPECT_EQ(list.ReadInteger("N", "neg", 0), -7);
+    EXPECT_EQ(list.ReadInteger("N", "txt", 5), 5);
+    EXPECT_EQ(list.ReadInteger("N", "empty", 5), 5);
+    EXPECT_EQ(list.ReadInteger("N", "none", 5), 5);
+    EXPECT_DOUBLE_EQ(list.ReadReal("N", "r", 0), 2.5e-3);
+    EXPECT_DOUBLE_EQ(list.ReadReal("N", "txt", 1.5), 1.5);
+
+    const struct {
+        const char* key;
+        bool dflt;
+        bool expected;
+    } bools[] = {{"b1", false, true}, {"bt", false, true}, {"bT", false, true}, {"by", true, false},
+                 {"b0", true, false}, {"be", true, true}, {"none", true, true}, {"none", false, false}};
+    for (const auto& b : bools) {
+        SCOPED_TRACE(b.key);
+        EXPECT_EQ(list.ReadBool("N", b.key, b.dflt), b.expected);
+    }
+
+    TVxIniList w;
+    w.WriteInteger("S", "i", -12);
+    w.WriteReal("S", "r", 0.1);
+    w.WriteRealDigits("S", "d", 3.14159265, 4);
+    w.WriteBool("S", "t", true);
+    w.WriteBool("S", "f", false);
+    EXPECT_EQ(w.Lines(), (QStringList{"", "[S]", "i=-12", "r=0.1", "d=3.14", "t=1", "f=0"}));
+}
+
+TEST(VxIniList, ArraysAndVectors)
+{
+    TVxIniList list;
+    list.WriteRealArray("A", "r", {1.5, -2, 1e-20, 99}, 2);
+    list.WriteIntArray("A", "i", {3, -4, 5});
+    TVxRealVector v;
+    v.Add(0.25);
+    v.Add(-1);
+    list.WriteRealVector("A", "v", v);
+    list.WriteRealVector("A", "e", TVxRealVector());
+    list.WriteRealPos("A", "p", {1.25, -3});
+    EXPECT_EQ(list.Lines(), (QStringList{"", "[A]", "r=1.5;-2;1E-20", "i=3;-4;5", "v=0.25;-1", "e=", "p=1.25;-3"}));
+
+    TVxRealArray r(2, 7.0);
+    list.ReadRealArray("A", "r", r, 2);
+    EXPECT_EQ(r, (TVxRealArray{1.5, -2, 1e-20}));
+    TVxRealArray untouched{7, 8};
+    list.ReadRealArray("A", "missing", untouched, 1);
+    EXPECT_EQ(untouched, (TVxRealArray{7, 8}));
+    TVxIntegerArray ia(3);
+    list.ReadIntArray("A", "i", ia);
+    EXPECT_EQ(ia, (TVxIntegerArray{3, -4, 5}));
+
+    TVxRealVector back;
+    back.Add(100);
+    list.ReadRealVector("A", "v", back);
+    EXPECT_EQ(back.ToArray(), (TVxRealArray{0.25, -1}));
+    list.ReadRealVector("A", "e", back);
+    EXPECT_EQ(back.Count(), 0);
+
+    TVxRealPos p{9, 9};
+    list.ReadRealPos("A", "p", p);
+    EXPECT_EQ(p, (TVxRealPos{1.25, -3}));
+}
+
+TEST(VxIniList, ArrayReadersPassShortListErrorsOn)
+{
+    TVxIniList list = ListOf({"[A]", "r=1;2", "i=4;5"});
+    TVxRealArray r{0, 0, 9};
+    EXPECT_THROW(list.ReadRealArray("A", "r", r, 2), EConvertError);
+    EXPECT_EQ(r[0], 1);
+    EXPECT_EQ(r[1], 2);
+    // The integer extraction leaves a last number in place, so it is read again.
+    TVxIntegerArray ia{0, 0, 9};
+    list.ReadIntArray("A", "i", ia);
+    EXPECT_EQ(ia, (TVxIntegerArray{4, 5, 5}));
+}
+
+TEST(VxIniList, MalformedValuesKeepDefaults)
+{
+    TVxIniList list = ListOf({"[A]", "p=7", "v=1;2;x;", "[XY]", "a=1;2", "junk", "b=3 4", "c=5", "d=6;7;8"});
+    TVxRealPos p{1, 1};
+    list.ReadRealPos("A", "p", p); // only one number: kept
+    EXPECT_EQ(p, (TVxRealPos{1, 1}));
+    TVxRealVector v;
+    list.ReadRealVector("A", "v", v);
+    EXPECT_EQ(v.ToArray(), (TVxRealArray{1, 2}));
+
+    TVxRealVector x, y;
+    x.Add(42);
+    list.ReadXYVector("XY", x, y);
+    EXPECT_EQ(x.ToArray(), (TVxRealArray{1, 3, 6}));
+    EXPECT_EQ(y.ToArray(), (TVxRealArray{2, 4, 7}));
+}
+
+TEST(VxIniList, FontLineAndAreaRoundTrip)
+{
+    TVxIniList list;
+    TFont font;
+    font.SetName("DejaVu Serif");
+    font.SetSize(13);
+    font.SetColor(clNavy);
+    font.SetCharset(SYMBOL_CHARSET);
+    font.SetStyle(TFontStyles{fsBold, fsStrikeOut});
+    list.WriteFont("F", "Title", font);
+    EXPECT_EQ(list.Lines(), (QStringList{"", "[F]", "Title.Name=DejaVu Serif", "Title.Charset=2",
+                                         "Title.Color=8388608", "Title.Size=13", "Title.Bold=1",
+                                         "Title.Italic=0", "Title.Underline=0", "Title.StrikeOut=1"}));
+    TFont back;
+    list.ReadFont("F", "title", back);
+    EXPECT_EQ(back.Name(), font.Name());
+    EXPECT_EQ(back.Size(), 13);
+    EXPECT_EQ(back.Color(), clNavy);
+    EXPECT_EQ(back.Charset(), SYMBOL_CHARSET);
+    EXPECT_EQ(back.Style(), font.Style());
+
+    TVxLineStyle line;
+    line.SetColor(clGreen);
+    line.SetStyle(psDashDot);
+    line.SetWidth(3);
+    line.SetVisible(false);
+    list.WriteLine("L", "Grid", line);
+    TVxLineStyle lineBack;
+    list.ReadLine("L", "Grid", lineBack);
+    EXPECT_TRUE(lineBack.SameAs(line));
+    EXPECT_EQ(list.ReadString("L", "Grid.Style", ""), QStringLiteral("3"));
+
+    TVxAreaStyle area;
+    area.SetColor(clRed);
+    area.SetStyle(bsCross);
+    area.SetDrawXOred(false);
+    list.WriteArea("L", "Fill", area);
+    TVxAreaStyle areaBack;
+    list.ReadArea("L", "Fill", areaBack);
+    EXPECT_TRUE(areaBack.SameAs(area));
+    EXPECT_EQ(list.ReadString("L", "Fill.DrawXORed", ""), QStringLiteral("0"));
+
+    // Missing sub-keys and unknown ordinals leave the current values.
+    TVxIniList partial = ListOf({"[P]", "Pen.Width=5", "Pen.Style=99"});
+    TVxLineStyle kept;
+    kept.SetColor(clBlue);
+    partial.ReadLine("P", "Pen", kept);
+    EXPECT_EQ(kept.Color(), clBlue);
+    EXPECT_EQ(kept.Style(), psSolid);
+    EXPECT_EQ(kept.Width(), 5);
+}
+
+// ---------------------------------------------------------------- windows and components
+
+TEST(VxIniList, WindowPlacementRoundTripAndOffScreenRule)
+{
+    QWidget form;
+    form.move(40, 30);
+    form.resize(320, 200);
+    TVxIniList list;
+    list.WriteFormPrms("Win", "Main", &form);
+    EXPECT_EQ(list.ReadInteger("Win", "Main.State", -1), 0);
+    EXPECT_EQ(list.ReadInteger("Win", "Main.Width", -1), 320);
+    EXPECT_EQ(list.ReadInteger("Win", "Main.Height", -1), 200);
+
+    QWidget other;
+    other.move(1, 1);
+    list.ReadFormPrms("Win", "Main", &other);
+    EXPECT_EQ(other.pos(), form.pos());
+    EXPECT_EQ(other.size(), QSize(320, 200));
+
+    QScreen* screen = QGuiApplication::primaryScreen();
+    ASSERT_NE(screen, nullptr);
+    const QRect area = screen->geometry();
+    list.WriteInteger("Win", "Main.Left", area.width() + 10);
+    list.ReadFormPos("Win", "Main", &other);
+    EXPECT_TRUE(area.contains(other.frameGeometry().center()));
+
+    list.WriteInteger("Win", "Main.State", 2);
+    list.ReadFormPrms("Win", "Main", &other);
+    EXPECT_TRUE(other.windowState() & Qt::WindowMaximized);
+}
+
+TEST(VxIniList, ComponentReferencesByNamePath)
+{
+    QWidget form;
+    form.setObjectName("IniTestForm");
+    QWidget holder(&form); // unnamed container: left out of the path
+    QObject graph(&holder);
+    graph.setObjectName("Graph1");
+    QObject axis(&graph);
+    axis.setObjectName("Axis1");
+    QObject unnamed(&form);
+
+    TVxIniList list;
+    list.WriteComponentRef("R", "Axis", &axis);
+    list.WriteComponentRef("R", "None", nullptr);
+    list.WriteComponentRef("R", "Anon", &unnamed);
+    list.WriteString("R", "Bad", "IniTestForm.Nothing");
+    EXPECT_EQ(list.ReadString("R", "Axis", ""), QStringLiteral("IniTestForm.Graph1.Axis1"));
+    EXPECT_EQ(list.ReadString("R", "None", "x"), QString());
+    EXPECT_EQ(list.ReadString("R", "Anon", "x"), QString());
+
+    QObject* ref = nullptr;
+    list.ReadComponentRef("R", "Axis", ref);
+    EXPECT_EQ(ref, &axis);
+    for (const char* key : {"Bad", "None", "Missing"}) {
+        SCOPED_TRACE(key);
+        ref = &graph;
+        list.ReadComponentRef("R", key, ref);
+        EXPECT_EQ(ref, &graph);
+    }
+
+    QWidget* typed = &holder;
+    list.ReadComponentRef("R", "Axis", typed); // not a QWidget: kept
+    EXPECT_EQ(typed, &holder);
+    QPointer<QObject> guarded;
+    list.ReadComponentRef("R", "Axis", guarded);
+    EXPECT_EQ(guarded.data(), &axis);
+}
+
+// ---------------------------------------------------------------- file
+
+TEST(VxLargeIniFile, SavesOnDestructionWithoutLeadingEmptyLines)
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath("settings.ini");
+    {
+        TVxLargeIniFile ini(path);
+        EXPECT_EQ(ini.Count(), 0);
+        ini.WriteString("S", "K", "V");
+        EXPECT_EQ(ini.Lines(), (QStringList{"", "[S]", "K=V"}));
+    }
+    EXPECT_EQ(FileText(path), QStringLiteral("[S]\nK=V\n"));
+    {
+        TVxLargeIniFile ini(path);
+        EXPECT_EQ(ini.Filename(), path);
+        EXPECT_EQ(ini.ReadString("S", "K", ""), QStringLiteral("V"));
+        ini.WriteString("T", "a", "b");
+    }
+    EXPECT_EQ(FileText(path), QStringLiteral("[S]\nK=V\n\n[T]\na=b\n"));
+
+    // Untouched files are not rewritten.
+    QFile::remove(path);
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write("[S]\r\nK=V\r\n");
+    f.close();
+    {
+        TVxLargeIniFile ini(path);
+        EXPECT_EQ(ini.Lines(), (QStringList{"[S]", "K=V"}));
+    }
+    EXPECT_EQ(FileText(path), QStringLiteral("[S]\r\nK=V\r\n"));
+}
+
+TEST(VxLargeIniFile, FailedSaveRaisesAndKeepsOldFile)
+{
+    QTemporaryDir dir;
+    const QString missingDir = dir.filePath("no/such/dir/x.ini");
+    auto ini = std::make_unique<TVxLargeIniFile>(missingDir);
+    ini->WriteString("S", "K", "V");
+    EXPECT_THROW(ini->Save(), EFCreateError);
+    EXPECT_NO_THROW(ini.reset()); // the destructor swallows the same failure
+
+    // A directory in place of the file cannot be replaced.
+    const QString taken = dir.filePath("taken.ini");
+    TVxLargeIniFile blocked(taken);
+    blocked.WriteString("S", "K", "V");
+    ASSERT_TRUE(QDir(dir.path()).mkdir("taken.ini"));
+    EXPECT_THROW(blocked.Save(), EInOutError);
+    EXPECT_TRUE(QFileInfo(taken).isDir());
+
+    // A file that cannot be written is kept as it was (needs a user that file permissions
+    // apply to).
+    const QString path = dir.filePath("keep.ini");
+    {
+        TVxLargeIniFile first(path);
+        first.WriteString("S", "K", "old");
+    }
+    if (::geteuid() == 0)
+        GTEST_SKIP() << "permissions do not apply to root";
+    ASSERT_TRUE(QFile::setPermissions(dir.path(), QFileDevice::ReadOwner | QFileDevice::ExeOwner));
+    {
+        TVxLargeIniFile second(path);
+        second.WriteString("S", "K", "new");
+        EXPECT_THROW(second.Save(), EInOutError);
+    }
+    QFile::setPermissions(dir.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    EXPECT_EQ(FileText(path), QStringLiteral("[S]\nK=old\n"));
+}

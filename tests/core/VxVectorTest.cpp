@@ -1,0 +1,533 @@
+#include "vx/core/VxVector.h"
+#include "vx/platform/VxExceptions.h"
+
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <QSqlTableModel>
+#include <QStandardItemModel>
+#include <QTemporaryDir>
+#include <QUuid>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <tuple>
+
+using namespace vx;
+
+namespace {
+
+std::vector<double> ValuesOf(const TVxCustomRealVector& v)
+{
+    return v.ToArray();
+}
+
+// One received notice, with the vector's Count at the moment of the call.
+struct Notice {
+    int Index;
+    bool Deleted;
+    int CountThen;
+    bool operator==(const Notice& o) const
+    {
+        return Index == o.Index && Deleted == o.Deleted && CountThen == o.CountThen;
+    }
+};
+
+std::ostream& operator<<(std::ostream& os, const Notice& n)
+{
+    return os << "(" << n.Index << ", " << (n.Deleted ? "true" : "false") << ", count " << n.CountThen << ")";
+}
+
+// A subscriber as a series would be: a QObject with a handler method.
+class Listener : public QObject {
+public:
+    explicit Listener(const TVxCustomRealVector* Vector, std::vector<Notice>* Log = nullptr, int Tag = 0)
+        : FVector(Vector), FLog(Log), FTag(Tag) {}
+    void VectorChanged(int Index, bool Deleted)
+    {
+        Received.push_back({Index, Deleted, FVector->Count()});
+        if (FLog)
+            FLog->push_back({Index, Deleted, FTag});
+    }
+    void OtherHandler(int Index, bool Deleted) { Other.push_back({Index, Deleted, FVector->Count()}); }
+
+    std::vector<Notice> Received;
+    std::vector<Notice> Other;
+
+private:
+    const TVxCustomRealVector* FVector;
+    std::vector<Notice>* FLog;
+    int FTag;
+};
+
+class OtherListener : public Listener {
+public:
+    using Listener::Listener;
+    void OwnHandler(int Index, bool Deleted) { VectorChanged(Index, Deleted); }
+};
+
+} // namespace
+
+// ---------------------------------------------------------------- storage rules
+
+TEST(VxRealVector, CapacityAndIncrementRules)
+{
+    TVxRealVector v;
+    EXPECT_EQ(v.Count(), 0);
+    EXPECT_EQ(v.Capacity(), 50);
+    EXPECT_EQ(v.Increment(), 50);
+
+    v.SetIncrement(50);
+    EXPECT_EQ(v.Increment(), 50);
+    v.SetIncrement(10);
+    EXPECT_EQ(v.Increment(), 50);
+    v.SetIncrement(51);
+    EXPECT_EQ(v.Increment(), 51);
+
+    for (int i = 0; i < 5; ++i)
+        v.Add(i);
+    v.SetCapacity(5); // = Count: ignored
+    EXPECT_EQ(v.Capacity(), 50);
+    v.SetCapacity(6); // shrinks down to Count + 1
+    EXPECT_EQ(v.Capacity(), 6);
+    EXPECT_EQ(ValuesOf(v), (std::vector<double>{0, 1, 2, 3, 4}));
+
+    // Reaching the capacity grows it to N + Increment.
+    v.SetValue(5, 5); // N = 6 >= 6
+    EXPECT_EQ(v.Capacity(), 6 + 51);
+    EXPECT_EQ(v.Count(), 6);
+}
+
+TEST(VxRealVector, WritingBeyondCountExtendsAndGapKeepsStorage)
+{
+    TVxRealVector v;
+    v.SetValue(3, 7.5);
+    EXPECT_EQ(ValuesOf(v), (std::vector<double>{0, 0, 0, 7.5}));
+
+    // After Clear the old values are still in the storage and reappear in a gap.
+    v.Clear();
+    EXPECT_EQ(v.Count(), 0);
+    v.SetValue(2, 1.0);
+    EXPECT_EQ(ValuesOf(v), (std::vector<double>{0, 0, 1.0}));
+    v.Clear();
+    v.Add(9);
+    v.SetValue(3, 2);
+    EXPECT_EQ(ValuesOf(v), (std::vector<double>{9, 0, 1.0, 2}));
+
+    // Growth past a shrunk capacity yields zeros, not stale values.
+    TVxRealVector w;
+    w.SetValue(9, 1);
+    w.Clear();
+    w.Add(1);
+    w.SetCapacity(2);
+    w.SetValue(5, 3);
+    EXPECT_EQ(ValuesOf(w), (std::vector<double>{1, 0, 0, 0, 0, 3}));
+}
+
+TEST(VxRealVector, IndexErrors)
+{
+    TVxRealVector v;
+    v.Add(1);
+    v.Add(2);
+    const struct {
+        const char* name;
+        int index;
+        const char* message;
+    } rows[] = {
+        {"at Count", 2, "i=2 index out of range"},
+        {"far beyond", 100, "i=100 index out of range"},
+        {"negative", -1, "i=-1 index out of range"},
+    };
+    for (const auto& r : rows) {
+        SCOPED_TRACE(r.name);
+        try {
+            (void)v.Value(r.index);
+            ADD_FAILURE() << "no exception";
+        } catch (const ERangeError& e) {
+            EXPECT_EQ(e.Message(), QString::fromLatin1(r.message));
+        }
+    }
+    EXPECT_THROW(v.SetValue(-1, 0), ERangeError);
+    EXPECT_EQ(v.Count(), 2);
+}
+
+TEST(VxRealVector, AddDeleteInsert)
+{
+    using Op = std::function<void(TVxRealVector&)>;
+    const struct {
+        const char* name;
+        Op op;
+        std::vector<double> expected;
+    } rows[] = {
+        {"add returns new count", [](TVxRealVector& v) { EXPECT_EQ(v.Add(9), 4); }, {1, 2, 3, 9}},
+        {"delete first", [](TVxRealVector& v) { v.Delete(0); }, {2, 3}},
+        {"delete middle", [](TVxRealVector& v) { v.Delete(1); }, {1, 3}},
+        {"delete last", [](TVxRealVector& v) { v.Delete(2); }, {1, 2}},
+        {"delete at Count ignored", [](TVxRealVector& v) { v.Delete(3); }, {1, 2, 3}},
+        {"delete negative ignored", [](TVxRealVector& v) { v.Delete(-1); }, {1, 2, 3}},
+        {"insert first", [](TVxRealVector& v) { v.Insert(0, 9); }, {9, 1, 2, 3}},
+        {"insert before last", [](TVxRealVector& v) { v.Insert(2, 9); }, {1, 2, 9, 3}},
+        {"insert at Count ignored", [](TVxRealVector& v) { v.Insert(3, 9); }, {1, 2, 3}},
+        {"insert negative ignored", [](TVxRealVector& v) { v.Insert(-1, 9); }, {1, 2, 3}},
+    };
+    for (const auto& r : rows) {
+        SCOPED_TRACE(r.name);
+        TVxRealVector v;
+        v.Add(1);
+        v.Add(2);
+        v.Add(3);
+        r.op(v);
+        EXPECT_EQ(ValuesOf(v), r.expected);
+    }
+}
+
+TEST(VxRealVector, InsertAcrossCapacityBoundary)
+{
+    TVxRealVector v;
+    for (int i = 0; i < 50; ++i)
+        v.Add(i);
+    v.Insert(10, -1);
+    ASSERT_EQ(v.Count(), 51);
+    EXPECT_EQ(v.Value(10), -1);
+    EXPECT_EQ(v.Value(11), 10);
+    EXPECT_EQ(v.Value(50), 49);
+}
+
+TEST(VxRealVector, ValuesPropertyFollowsPersistentValues)
+{
+    TVxRealVector v;
+    v.Add(1.5);
+    v.Add(-2);
+    EXPECT_TRUE(v.property("Values").value<QList<double>>().isEmpty());
+    v.setProperty("PersistentValues", true);
+    EXPECT_EQ(v.property("Values").value<QList<double>>(), (QList<double>{1.5, -2}));
+
+    // Loading a form's list replaces the values in order.
+    TVxRealVector loaded;
+    loaded.Add(7);
+    loaded.Add(8);
+    loaded.Add(9);
+    ASSERT_TRUE(loaded.setProperty("Values", QVariant::fromValue(QList<double>{4, 5})));
+    EXPECT_EQ(ValuesOf(loaded), (std::vector<double>{4, 5}));
+}
+
+// ---------------------------------------------------------------- live notices
+
+TEST(VxLiveVector, NoticesCarryIndexDeletedFlagAndOrder)
+{
+    TVxLiveVector v;
+    Listener l(&v);
+    v.IChangedList().Add(&l, &Listener::VectorChanged);
+
+    v.Add(1);                       // (0,false) after Count grew
+    v.Add(2);                       // (1,false)
+    v.Add(3);                       // (2,false)
+    v.Insert(1, 9);                 // (1,false): 1 9 2 3
+    v.SetValue(5, 4);               // (5,false): gap at 4
+    v.Delete(1);                    // (1,true) before Count drops: 1 2 3 0 4
+    v.Delete(v.Count());            // (5,true): drops the last value
+    v.Clear();                      // (-1,true) before Count drops
+    const std::vector<Notice> expected = {
+        {0, false, 1}, {1, false, 2}, {2, false, 3}, {1, false, 4}, {5, false, 6},
+        {1, true, 6}, {5, true, 5}, {-1, true, 4},
+    };
+    EXPECT_EQ(l.Received, expected);
+    EXPECT_EQ(v.Count(), 0);
+}
+
+TEST(VxLiveVector, DeleteAtCountAndOnEmptyVector)
+{
+    TVxLiveVector v;
+    Listener l(&v);
+    v.IChangedList().Add(&l, &Listener::VectorChanged);
+    v.Delete(0); // nothing to drop
+    EXPECT_EQ(v.Count(), 0);
+    EXPECT_TRUE(l.Received.empty());
+
+    v.Add(1);
+    v.Add(2);
+    l.Received.clear();
+    v.Delete(2);
+    EXPECT_EQ(ValuesOf(v), std::vector<double>{1});
+    EXPECT_EQ(l.Received, (std::vector<Notice>{{2, true, 2}}));
+    v.Delete(3); // beyond Count: ignored
+    EXPECT_EQ(v.Count(), 1);
+}
+
+TEST(VxValueIChangedList, SubscribersAreCalledInSubscriptionOrder)
+{
+    TVxLiveVector v;
+    std::vector<Notice> log;
+    Listener a(&v, &log, 1);
+    OtherListener b(&v, &log, 2);
+    v.IChangedList().Add(&a, &Listener::VectorChanged);
+    v.IChangedList().Add(&b, &OtherListener::OwnHandler);
+    v.IChangedList().Add(nullptr, "plain", [&log](int i, bool d) { log.push_back({i, d, 3}); });
+    v.Add(5);
+    EXPECT_EQ(log, (std::vector<Notice>{{0, false, 1}, {0, false, 2}, {0, false, 3}}));
+}
+
+TEST(VxValueIChangedList, SameClassAndMethodShareOneSlot)
+{
+    TVxLiveVector v;
+    Listener first(&v), second(&v);
+    OtherListener third(&v);
+    TVxValueIChangedList& list = v.IChangedList();
+
+    list.Add(&first, &Listener::VectorChanged);
+    list.Add(&first, &Listener::OtherHandler);  // another method: own slot
+    list.Add(&second, &Listener::VectorChanged); // same method: replaces first's entry
+    // A derived receiver subscribing the inherited method shares the slot as well, since the
+    // code subscribed is the same.
+    list.Add(&third, &OtherListener::OwnHandler);
+    EXPECT_EQ(list.Count(), 3);
+    v.Add(1);
+    EXPECT_TRUE(first.Received.empty());
+    EXPECT_EQ(first.Other.size(), 1u);
+    EXPECT_EQ(second.Received.size(), 1u);
+    EXPECT_EQ(third.Received.size(), 1u);
+    EXPECT_EQ(list.Items(0).Receiver, &first);
+    EXPECT_EQ(list.Items(1).Receiver, &second);
+
+    // Remove ignores the receiver: removing through another object drops second's entry.
+    list.Remove(&first, &Listener::VectorChanged);
+    EXPECT_EQ(list.Count(), 2);
+    v.Add(2);
+    EXPECT_EQ(second.Received.size(), 1u);
+    EXPECT_THROW(list.Items(2), EListError);
+}
+
+TEST(VxValueIChangedList, DestroyedReceiversAreDroppedAndChangesDuringNoticeAreSafe)
+{
+    TVxLiveVector v;
+    auto gone = std::make_unique<Listener>(&v);
+    Listener stays(&v);
+    v.IChangedList().Add(gone.get(), &Listener::VectorChanged);
+    v.IChangedList().Add(&stays, &Listener::OtherHandler);
+    gone.reset();
+    EXPECT_EQ(v.IChangedList().Count(), 1);
+    v.Add(1);
+    EXPECT_EQ(stays.Other.size(), 1u);
+
+    // A handler that unsubscribes everybody and deletes another receiver mid-round.
+    auto victim = std::make_unique<Listener>(&v);
+    v.IChangedList().Clear();
+    v.IChangedList().Add(nullptr, "killer", [&](int, bool) {
+        victim.reset();
+        v.IChangedList().Clear();
+    });
+    v.IChangedList().Add(victim.get(), &Listener::VectorChanged);
+    v.Add(2);
+    EXPECT_EQ(v.IChangedList().Count(), 0);
+}
+
+TEST(VxValueIChangedList, DestroyedVectorLeavesSubscribersAlone)
+{
+    Listener* l = nullptr;
+    {
+        TVxLiveVector v;
+        l = new Listener(&v);
+        v.IChangedList().Add(l, &Listener::VectorChanged);
+    }
+    delete l; // the vector went first: nothing refers to it any more
+    SUCCEED();
+}
+
+// ---------------------------------------------------------------- utility vectors
+
+TEST(VxPointVector, StepGrowthAndRangeCheck)
+{
+    TVxPointVector p(0);
+    EXPECT_EQ(p.Increment(), 50);
+    TVxIntegerVector iv(10);
+    EXPECT_EQ(iv.Capacity(), 0);
+    EXPECT_EQ(iv.Add(4), 1);
+    EXPECT_EQ(iv.Capacity(), 10);
+    iv.SetValue(25, 7); // grows by whole steps
+    EXPECT_EQ(iv.Capacity(), 30);
+    EXPECT_EQ(iv.Count(), 26);
+    EXPECT_EQ(iv.Value(25), 7);
+    EXPECT_EQ(iv.Value(3), 0);
+    iv.SetCount(2);
+    EXPECT_EQ(iv.Count(), 2);
+    try {
+        (void)iv.Value(2);
+        ADD_FAILURE() << "no exception";
+    } catch (const ERangeError& e) {
+        EXPECT_EQ(e.Message(), QStringLiteral("i=2 index out of range"));
+    }
+
+    for (int i = 0; i < 5; ++i)
+        p.Add(QPoint(i, 2 * i));
+    const QPoint* run = p.GetPointer(2);
+    EXPECT_EQ(run[0], QPoint(2, 4));
+    EXPECT_EQ(run[2], QPoint(4, 8));
+    p.Clear();
+    EXPECT_EQ(p.Count(), 0);
+    EXPECT_THROW((void)p.Value(0), ERangeError);
+}
+
+// ---------------------------------------------------------------- model-bound vector
+
+namespace {
+
+std::unique_ptr<QStandardItemModel> ColumnModel(const QStringList& ys)
+{
+    auto m = std::make_unique<QStandardItemModel>(0, 2);
+    m->setHorizontalHeaderLabels({QStringLiteral("X"), QStringLiteral("Y")});
+    for (int r = 0; r < ys.size(); ++r)
+        m->appendRow({new QStandardItem(QString::number(r)), new QStandardItem(ys[r])});
+    return m;
+}
+
+} // namespace
+
+TEST(VxDBVector, MirrorsColumnUpToFirstEmptyValue)
+{
+    auto m = ColumnModel({"1", "2.5", "3", "4", "", "6"});
+    TVxDBVector v;
+    v.SetDataSource(m.get());
+    EXPECT_EQ(v.Count(), 0); // no field yet: not bound
+    v.SetDataField(QStringLiteral("y")); // header match ignores case
+    EXPECT_EQ(ValuesOf(v), (std::vector<double>{1, 2.5, 3, 4}));
+
+    v.SetDataField(QStringLiteral("Missing")); // unbound: values stay
+    EXPECT_EQ(v.Count(), 4);
+}
+
+TEST(VxDBVector, FollowsEditsInsertsAndRemovals)
+{
+    auto m = ColumnModel({"1", "2", "3"});
+    TVxDBVector v;
+    v.SetDataField(QStringLiteral("Y"));
+    v.SetDataSource(m.get());
+    Listener l(&v);
+    v.IChangedList().Add(&l, &Listener::VectorChanged);
+
+    m->setData(m->index(1, 1), QStringLiteral("20")); // edit inside
+    EXPECT_EQ(ValuesOf(v), (std::vector<double>{1, 20, 3}));
+    m->setData(m->index(1, 0), QStringLiteral("99")); // other column: no notice
+    m->appendRow({new QStandardItem("3"), new QStandardItem("4")}); // appended after the end
+    EXPECT_EQ(ValuesOf(v), (std::vector<double>{1, 20, 3, 4}));
+    m->removeRow(0); // dropped before the row goes
+    EXPECT_EQ(ValuesOf(v), (std::vector<double>{20, 3, 4}));
+    m->insertRow(1, {new QStandardItem("x"), new QStandardItem("7")}); // inside: reload
+    EXPECT_EQ(ValuesOf(v), (std::vector<double>{20, 7, 3, 4}));
+    const std::vector<Notice> expected = {
+        {1, false, 3}, {3, false, 4}, {0, true, 4}, {-1, true, 4},
+    };
+    EXPECT_EQ(l.Received, expected);
+
+    // Emptying a value cuts the vector; filling it in again lets the rest join.
+    m->setData(m->index(2, 1), QString());
+    EXPECT_EQ(ValuesOf(v), (std::vector<double>{20, 7}));
+    m->setData(m->index(2, 1), QStringLiteral("abc")); // not a number: still the end
+    EXPECT_EQ(v.Count(), 2);
+    m->setData(m->index(2, 1), QStringLiteral("5"));
+    EXPECT_EQ(ValuesOf(v), (std::vector<double>{20, 7, 5, 4}));
+    // Removing the empty row that ended the vector lets the rows after it join.
+    m->setData(m->index(2, 1), QString());
+    m->removeRow(2);
+    EXPECT_EQ(ValuesOf(v), (std::vector<double>{20, 7, 4}));
+}
+
+TEST(VxDBVector, LetsGoOfADestroyedModel)
+{
+    auto m = ColumnModel({"1", "2"});
+    TVxDBVector v;
+    v.SetDataField(QStringLiteral("Y"));
+    v.SetDataSource(m.get());
+    m.reset();
+    EXPECT_EQ(v.DataSource(), nullptr);
+    EXPECT_EQ(ValuesOf(v), (std::vector<double>{1, 2}));
+    v.UpdateVector(); // unbound: nothing happens
+    EXPECT_EQ(v.Count(), 2);
+}
+
+class VxDBVectorSql : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(FDir.isValid());
+        FConnection = QUuid::createUuid().toString(QUuid::WithoutBraces);
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), FConnection);
+        db.setDatabaseName(FDir.filePath(QStringLiteral("data.sqlite")));
+        ASSERT_TRUE(db.open());
+        QSqlQuery q(db);
+        ASSERT_TRUE(q.exec(QStringLiteral("CREATE TABLE samples (id INTEGER PRIMARY KEY, t REAL, signal REAL)")));
+        // 600 rows: more than one fetch batch of the SQL model (256 rows).
+        db.transaction();
+        q.prepare(QStringLiteral("INSERT INTO samples (id, t, signal) VALUES (?, ?, ?)"));
+        for (int i = 1; i <= 600; ++i) {
+            q.addBindValue(i);
+            q.addBindValue(i * 0.5);
+            q.addBindValue(i == 450 ? QVariant() : QVariant(i * 2.0)); // NULL in row 450
+            ASSERT_TRUE(q.exec());
+        }
+        db.commit();
+    }
+    void TearDown() override
+    {
+        FModel.reset();
+        QSqlDatabase::database(FConnection).close();
+        QSqlDatabase::removeDatabase(FConnection);
+    }
+    QSqlTableModel* Model()
+    {
+        FModel = std::make_unique<QSqlTableModel>(nullptr, QSqlDatabase::database(FConnection));
+        FModel->setTable(QStringLiteral("samples"));
+        FModel->setSort(0, Qt::AscendingOrder);
+        FModel->setEditStrategy(QSqlTableModel::OnManualSubmit);
+        EXPECT_TRUE(FModel->select());
+        return FModel.get();
+    }
+
+    QTemporaryDir FDir;
+    QString FConnection;
+    std::unique_ptr<QSqlTableModel> FModel;
+};
+
+TEST_F(VxDBVectorSql, ReadsAColumnOfASqliteTableUpToNull)
+{
+    QSqlTableModel* m = Model();
+    TVxDBVector v;
+    v.SetDataSource(m);
+    v.SetDataField(QStringLiteral("signal"));
+    ASSERT_EQ(v.Count(), 449);
+    EXPECT_EQ(v.Value(0), 2.0);
+    EXPECT_EQ(v.Value(448), 898.0);
+
+    TVxDBVector t;
+    t.SetDataField(QStringLiteral("T"));
+    t.SetDataSource(m);
+    EXPECT_EQ(t.Count(), 600);
+}
+
+TEST_F(VxDBVectorSql, FollowsEditsAndSubmittedChanges)
+{
+    QSqlTableModel* m = Model();
+    TVxDBVector v;
+    v.SetDataSource(m);
+    v.SetDataField(QStringLiteral("signal"));
+    Listener l(&v);
+    v.IChangedList().Add(&l, &Listener::VectorChanged);
+
+    ASSERT_TRUE(m->setData(m->index(2, 2), 123.25));
+    EXPECT_EQ(v.Value(2), 123.25);
+    ASSERT_FALSE(l.Received.empty());
+    EXPECT_EQ(l.Received.back(), (Notice{2, false, 449}));
+
+    // Filling the NULL in and submitting reloads from the file: the vector now runs on.
+    ASSERT_TRUE(m->setData(m->index(449, 2), 1.0));
+    ASSERT_TRUE(m->submitAll());
+    EXPECT_EQ(v.Count(), 600);
+    EXPECT_EQ(v.Value(2), 123.25);
+    EXPECT_EQ(v.Value(449), 1.0);
+
+    // Deleting a row and submitting.
+    ASSERT_TRUE(m->removeRows(0, 1));
+    ASSERT_TRUE(m->submitAll());
+    EXPECT_EQ(v.Count(), 599);
+    EXPECT_EQ(v.Value(0), 4.0);
+    EXPECT_EQ(l.Received.back().Index, -1);
+}
