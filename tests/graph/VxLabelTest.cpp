@@ -1,0 +1,427 @@
+#include "vx/graph/VxLabel.h"
+
+#include "vx/platform/VxCanvas.h"
+
+#include <QImage>
+#include <QPainter>
+#include <gtest/gtest.h>
+
+using namespace vx;
+
+namespace {
+
+TFont BaseFont(int size = 12)
+{
+    TFont font;
+    font.SetSize(size);
+    font.SetColor(clBlack);
+    return font;
+}
+
+// Measures Text on a device-less canvas with the given base font.
+TVxCaptionRec Measure(const QString& text, const TFont& font = BaseFont())
+{
+    TCanvas canvas(static_cast<QPainter*>(nullptr));
+    canvas.SetFont(font);
+    TVxCaptionRec rec;
+    rec.Text = text;
+    rec.Canvas = &canvas;
+    RichPaintTo(rec);
+    rec.Canvas = nullptr;
+    return rec;
+}
+
+int PlainWidth(const QString& text, const TFont& font)
+{
+    TCanvas canvas(static_cast<QPainter*>(nullptr));
+    canvas.SetFont(font);
+    int w = 0;
+    for (QChar c : text)
+        w += canvas.TextWidth(QString(c));
+    return w;
+}
+
+QFontMetrics MetricsOf(const TFont& font)
+{
+    TCanvas canvas(static_cast<QPainter*>(nullptr));
+    canvas.SetFont(font);
+    return canvas.FontMetrics();
+}
+
+TFont Sized(int size, TFontStyles style = TFontStyles())
+{
+    TFont font = BaseFont(size);
+    font.SetStyle(style);
+    return font;
+}
+
+QImage WhiteImage(int w, int h)
+{
+    QImage image(w, h, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    return image;
+}
+
+// Bounding box of the non-white pixels inside Area (whole image when empty).
+QRect InkBounds(const QImage& image, QRect area = QRect())
+{
+    if (area.isNull())
+        area = image.rect();
+    area &= image.rect();
+    QRect r;
+    for (int y = area.top(); y <= area.bottom(); ++y)
+        for (int x = area.left(); x <= area.right(); ++x)
+            if (image.pixel(x, y) != qRgb(255, 255, 255))
+                r |= QRect(x, y, 1, 1);
+    return r;
+}
+
+// Draws Text with RichPaintTo into a fresh white image.
+QImage Draw(const QString& text, int x, int y, int angle, int w = 240, int h = 240,
+            TVxCaptionRec* out = nullptr)
+{
+    QImage image = WhiteImage(w, h);
+    {
+        TCanvas canvas(&image);
+        canvas.SetFont(BaseFont());
+        canvas.Brush().SetStyle(bsClear);
+        TVxCaptionRec rec;
+        rec.Text = text;
+        rec.Canvas = &canvas;
+        rec.X = x;
+        rec.Y = y;
+        rec.Angle = angle;
+        rec.Paint = true;
+        RichPaintTo(rec);
+        if (out) {
+            *out = rec;
+            out->Canvas = nullptr;
+        }
+    }
+    return image;
+}
+
+} // namespace
+
+TEST(RichPaintTo, MarkupParsing)
+{
+    struct Row {
+        const char* name;
+        QString text;
+        QString stripped;
+    };
+    const Row rows[] = {
+        {"plain text", "abc", "abc"},
+        {"toggles vanish", "a\\bb\\b c\\i\\ud\\u\\i", "abcd"},
+        {"blank after a code is swallowed, the next stays", "x\\+2\\+ + 1", "x2+ 1"},
+        {"literal backslash", "a\\\\b", "a\\b"},
+        {"blank after a literal backslash is swallowed", "a\\\\ b", "a\\b"},
+        {"unknown code dropped", "\\q", "q"},
+        {"unknown code keeps the following blank", "a\\z b", "az b"},
+        {"upper-case codes", "\\B\\Ix\\S\\O\\U", "x"},
+        {"trailing backslash dropped", "ab\\", "ab"},
+        {"only codes", "\\b\\i\\+\\-\\s", ""},
+        {"empty", "", ""},
+        {"symbol text keeps its codes", "\\sa\\s b", "ab"},
+        {"power-of-ten label", QString::fromUtf8("\u00B710\\+4"), QString::fromUtf8("\u00B7104")},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const TVxCaptionRec rec = Measure(row.text);
+        EXPECT_EQ(rec.Stripped, row.stripped);
+        EXPECT_EQ(GetStrippedString(row.text), row.stripped);
+        const std::size_t n = std::size_t(row.text.size()) + 1;
+        EXPECT_EQ(rec.CharX.size(), n);
+        EXPECT_EQ(rec.CharSource.size(), n);
+        EXPECT_EQ(rec.SymbolFont.size(), n);
+        EXPECT_EQ(rec.Bold.size(), n);
+    }
+}
+
+TEST(RichPaintTo, SwallowedBlankMeasuresAlike)
+{
+    EXPECT_EQ(Measure("10\\+ 3").Width, Measure("10\\+3").Width);
+    EXPECT_EQ(Measure("\\B bold\\b").Width, Measure("\\bbold\\B").Width);
+}
+
+TEST(RichPaintTo, WidthsAndCharArrays)
+{
+    const TFont base = BaseFont();
+    const TVxCaptionRec rec = Measure("a\\bW\\b\\\\c", base);
+    ASSERT_EQ(rec.Stripped, "aW\\c");
+    const int wa = PlainWidth("a", base);
+    const int wW = PlainWidth("W", Sized(12, fsBold));
+    const int wb = PlainWidth("\\", base);
+    const int wc = PlainWidth("c", base);
+    EXPECT_EQ(rec.CharX[0], wa);
+    EXPECT_EQ(rec.CharX[1], wa + wW);
+    EXPECT_EQ(rec.CharX[2], wa + wW + wb);
+    EXPECT_EQ(rec.CharX[3], wa + wW + wb + wc);
+    EXPECT_EQ(rec.Width, rec.CharX[3]);
+    EXPECT_EQ(rec.CharSource[0], 0);
+    EXPECT_EQ(rec.CharSource[1], 3);
+    EXPECT_EQ(rec.CharSource[2], 7);
+    EXPECT_EQ(rec.CharSource[3], 8);
+    // Bold must really widen the text.
+    EXPECT_GT(wW, PlainWidth("W", base));
+}
+
+TEST(RichPaintTo, AttributeArraysFollowTheToggles)
+{
+    // Visible characters: a b c d e; the entry after the last one is the final state.
+    const TVxCaptionRec rec = Measure("a\\bb\\i c\\B\\ud\\+e\\s");
+    const std::vector<bool> bold = {false, true, true, false, false, false};
+    const std::vector<bool> italic = {false, false, true, true, true, true};
+    const std::vector<bool> underline = {false, false, false, true, true, true};
+    const std::vector<bool> super = {false, false, false, false, true, true};
+    const std::vector<bool> symbol = {false, false, false, false, false, true};
+    for (std::size_t i = 0; i < bold.size(); ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_EQ(rec.Bold[i], bold[i]);
+        EXPECT_EQ(rec.Italic[i], italic[i]);
+        EXPECT_EQ(rec.Underline[i], underline[i]);
+        EXPECT_EQ(rec.SuperScript[i], super[i]);
+        EXPECT_EQ(rec.SymbolFont[i], symbol[i]);
+        EXPECT_FALSE(rec.SubScript[i]);
+        EXPECT_FALSE(rec.StrikeOut[i]);
+    }
+}
+
+TEST(RichPaintTo, ScriptSizesAndBaselineShifts)
+{
+    // 12 pt base: scripts are drawn at 12 * 2 / 3 = 8 pt; a superscript raises the
+    // baseline by Round(12 * 34 / 72) = 6 px, a subscript lowers it by Round(12 * 11 / 72) = 2.
+    const TFont base = BaseFont(12);
+    const QFontMetrics fb = MetricsOf(base);
+    const QFontMetrics fs = MetricsOf(Sized(8));
+    const int w2small = PlainWidth("2", Sized(8));
+    const int wx = PlainWidth("x", base);
+
+    const TVxCaptionRec sup = Measure("x\\+2\\+x", base);
+    EXPECT_EQ(sup.CharX[1] - sup.CharX[0], w2small);
+    EXPECT_EQ(sup.CharX[2] - sup.CharX[1], wx) << "size restored after the superscript";
+    EXPECT_EQ(sup.Top, fb.ascent() - 6 - fs.ascent());
+    EXPECT_EQ(sup.Bottom, fb.height());
+
+    const TVxCaptionRec sub = Measure("x\\-2", base);
+    EXPECT_EQ(sub.Top, 0);
+    EXPECT_EQ(sub.Bottom, std::max(fb.height(), fb.ascent() + 2 - fs.ascent() + fs.height()));
+
+    // Nested scripts shrink twice and come back to the base size.
+    const TVxCaptionRec nested = Measure("\\+\\-2\\-\\+x", base);
+    EXPECT_EQ(nested.CharX[0], PlainWidth("2", Sized(8 * 2 / 3)));
+    EXPECT_EQ(nested.CharX[1] - nested.CharX[0], wx);
+}
+
+TEST(RichPaintTo, ScriptsAreDrawnShiftedAndBaselineReturns)
+{
+    TVxCaptionRec rec;
+    const QImage image = Draw("H\\+H\\+H \\-H\\-H", 10, 40, 0, 240, 100, &rec);
+    auto column = [&](int i) {
+        const int left = 10 + (i == 0 ? 0 : rec.CharX[i - 1]);
+        return InkBounds(image, QRect(left, 0, 10 + rec.CharX[i] - left, image.height()));
+    };
+    const QRect base = column(0);
+    const QRect super = column(1);
+    const QRect after = column(2);
+    const QRect sub = column(4);
+    const QRect last = column(5);
+    ASSERT_FALSE(base.isEmpty());
+    EXPECT_LT(super.bottom(), base.bottom() - 3) << "superscript baseline raised";
+    EXPECT_LT(super.height(), base.height()) << "superscript smaller";
+    EXPECT_EQ(after.top(), base.top());
+    EXPECT_EQ(after.bottom(), base.bottom());
+    EXPECT_GT(sub.bottom(), base.bottom()) << "subscript baseline lowered";
+    EXPECT_LT(sub.height(), base.height());
+    EXPECT_EQ(last.bottom(), base.bottom());
+}
+
+TEST(RichPaintTo, RotatedDrawingStaysInTheRotatedBox)
+{
+    struct Row {
+        const char* name;
+        int angle;
+    };
+    const Row rows[] = {{"0", 0}, {"90", 900}, {"180", 1800}, {"270", 2700}, {"45", 450}};
+    const QString text = "\\bHHHH\\b\\+2";
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        TVxCaptionRec rec;
+        const QImage image = Draw(text, 120, 120, row.angle, 240, 240, &rec);
+        const QRect ink = InkBounds(image);
+        ASSERT_FALSE(ink.isEmpty());
+        // The expected box: the unrotated rectangle (0, Top)-(Width, Bottom) rotated
+        // counter-clockwise about the start point.
+        const double a = row.angle / 10.0 * 3.14159265358979 / 180.0;
+        double minX = 1e9, maxX = -1e9, minY = 1e9, maxY = -1e9;
+        for (double u : {0.0, double(rec.Width)})
+            for (double v : {double(rec.Top), double(rec.Bottom)}) {
+                const double x = 120 + u * std::cos(a) + v * std::sin(a);
+                const double y = 120 - u * std::sin(a) + v * std::cos(a);
+                minX = std::min(minX, x);
+                maxX = std::max(maxX, x);
+                minY = std::min(minY, y);
+                maxY = std::max(maxY, y);
+            }
+        EXPECT_GE(ink.left(), minX - 2);
+        EXPECT_LE(ink.right(), maxX + 2);
+        EXPECT_GE(ink.top(), minY - 2);
+        EXPECT_LE(ink.bottom(), maxY + 2);
+        // And the ink fills most of it along the text direction.
+        if (row.angle == 900 || row.angle == 2700)
+            EXPECT_GT(ink.height(), rec.Width * 3 / 4);
+        if (row.angle == 0 || row.angle == 1800)
+            EXPECT_GT(ink.width(), rec.Width * 3 / 4);
+    }
+    // 90 degrees reads upwards: the text starts at the bottom.
+    TVxCaptionRec rec;
+    const QImage up = Draw("I\\+III", 120, 200, 900, 240, 240, &rec);
+    const QRect ink = InkBounds(up);
+    EXPECT_NEAR(ink.bottom(), 200, 3);
+    EXPECT_GE(ink.left(), 120 + rec.Top - 1);
+}
+
+TEST(RichPaintTo, SelectionIsHighlighted)
+{
+    QImage image = WhiteImage(120, 40);
+    TVxCaptionRec rec;
+    {
+        TCanvas canvas(&image);
+        canvas.SetFont(BaseFont());
+        canvas.Brush().SetStyle(bsClear);
+        rec.Text = "ab\\bcd";
+        rec.Canvas = &canvas;
+        rec.X = 5;
+        rec.Y = 5;
+        rec.Paint = true;
+        rec.ShowSelection = true;
+        rec.SelStart = 1;
+        rec.SelStop = 3;
+        RichPaintTo(rec);
+        // The caller's brush is back after drawing.
+        EXPECT_EQ(canvas.Brush().Style(), bsClear);
+    }
+    const QColor highlight = ToQColor(clHighlight);
+    auto boxHas = [&](int i, const QColor& colour) {
+        const int left = 5 + (i == 0 ? 0 : rec.CharX[i - 1]);
+        for (int x = left; x < 5 + rec.CharX[i]; ++x)
+            for (int y = 5; y < 15; ++y)
+                if (image.pixelColor(x, y) == colour)
+                    return true;
+        return false;
+    };
+    EXPECT_FALSE(boxHas(0, highlight));
+    EXPECT_TRUE(boxHas(1, highlight));
+    EXPECT_TRUE(boxHas(2, highlight));
+    EXPECT_FALSE(boxHas(3, highlight));
+}
+
+TEST(RichPaintTo, WithoutCanvasOnlySizesTheArrays)
+{
+    TVxCaptionRec rec;
+    rec.Text = "a\\bb";
+    RichPaintTo(rec);
+    EXPECT_EQ(rec.Width, 0);
+    EXPECT_EQ(rec.CharX.size(), 5u);
+}
+
+TEST(SymbolFont, CodesMapToUnicode)
+{
+    struct Row {
+        char16_t code;
+        char16_t expected;
+    };
+    const Row rows[] = {
+        {'a', 0x03B1}, {'b', 0x03B2}, {'c', 0x03C7}, {'d', 0x03B4}, {'D', 0x0394},
+        {'m', 0x03BC}, {'p', 0x03C0}, {'W', 0x03A9}, {'w', 0x03C9}, {'q', 0x03B8},
+        {'l', 0x03BB}, {'s', 0x03C3}, {'S', 0x03A3}, {'F', 0x03A6}, {'G', 0x0393},
+        {0xB1, 0x00B1}, {0xB0, 0x00B0}, {0xB4, 0x00D7}, {0xA5, 0x221E}, {0xB6, 0x2202},
+        {0xD6, 0x221A}, {0xE5, 0x2211}, {0xA3, 0x2264}, {0xB3, 0x2265}, {0xBB, 0x2248},
+        {0xB9, 0x2260}, {0xAE, 0x2192}, {0xF2, 0x222B}, {0xD1, 0x2207}, {'-', 0x2212},
+        // Digits, punctuation, undefined codes and real Unicode stay as they are.
+        {'1', '1'}, {'(', '('}, {'=', '='}, {0x85, 0x85}, {0x03B1, 0x03B1}, {0x2211, 0x2211},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(int(row.code));
+        EXPECT_EQ(SymbolToUnicode(QChar(row.code)).unicode(), row.expected);
+    }
+    EXPECT_EQ(SymbolToUnicode(QString("Dm=2p")), QString::fromUtf8("\u0394\u03BC=2\u03C0"));
+}
+
+TEST(SymbolFont, SymbolRunsMeasureTheMappedGlyphs)
+{
+    const TFont base = BaseFont();
+    TCanvas canvas(static_cast<QPainter*>(nullptr));
+    canvas.SetFont(base);
+    const TVxCaptionRec rec = Measure("\\sW\\sW", base);
+    EXPECT_EQ(rec.CharX[0], canvas.TextWidth(QString(QChar(0x03A9))));
+    EXPECT_EQ(rec.CharX[1] - rec.CharX[0], canvas.TextWidth("W"));
+    // The Greek letter is really drawn (not a missing-glyph box of the Latin letter).
+    const QImage omega = Draw("\\sW", 10, 10, 0, 60, 40);
+    const QImage latin = Draw("W", 10, 10, 0, 60, 40);
+    EXPECT_NE(omega, latin);
+}
+
+TEST(TVxLabel, AutoSizeAndXPositionAnchoring)
+{
+    QWidget parent;
+    parent.resize(400, 300);
+    TVxLabel label(&parent);
+    label.SetFont(BaseFont());
+    label.SetCaption("Voltage \\i U\\-0\\-\\i  / V");
+    const TVxCaptionRec rec = Measure(label.Caption());
+    EXPECT_EQ(label.TextWidth(), rec.Width);
+    EXPECT_EQ(label.width(), rec.Width);
+    EXPECT_EQ(label.height(), rec.Bottom - rec.Top);
+
+    struct Row {
+        const char* name;
+        TAlignment alignment;
+        int left;
+    };
+    const Row rows[] = {{"left", taLeftJustify, 200},
+                        {"right", taRightJustify, 200 - rec.Width},
+                        {"centre", taCenter, 200 - rec.Width / 2}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        label.SetAlignment(row.alignment);
+        label.SetXPosition(200);
+        EXPECT_EQ(label.x(), row.left);
+        // Moving the label moves the anchor along under the same rule.
+        label.SetBounds(row.left + 7, 10, label.width(), label.height());
+        EXPECT_EQ(label.XPosition(), 207);
+    }
+    // The anchor holds when the text grows.
+    label.SetAlignment(taRightJustify);
+    label.SetXPosition(300);
+    label.SetCaption("a much longer caption");
+    EXPECT_EQ(label.x() + label.width(), 300);
+}
+
+TEST(TVxLabel, RotatedLabelContainsItsText)
+{
+    QWidget parent;
+    parent.resize(300, 300);
+    TVxLabel label(&parent);
+    label.SetFont(BaseFont());
+    label.SetColor(clYellow);
+    label.SetCaption("\\bAmplitude\\b A\\+2");
+    const int w = label.width();
+    label.SetAngle(900);
+    EXPECT_EQ(label.height(), w);
+    for (int angle : {900, 450, 1800, -300}) {
+        SCOPED_TRACE(angle);
+        label.SetAngle(angle);
+        label.SetTransparent(true);
+        QImage image = WhiteImage(label.width() + 20, label.height() + 20);
+        label.render(&image, QPoint(10, 10));
+        const QRect ink = InkBounds(image);
+        ASSERT_FALSE(ink.isEmpty());
+        EXPECT_TRUE(QRect(9, 9, label.width() + 2, label.height() + 2).contains(ink));
+    }
+    // Opaque labels fill their rectangle with Color first.
+    label.SetTransparent(false);
+    QImage image = WhiteImage(label.width(), label.height());
+    label.render(&image);
+    EXPECT_EQ(image.pixelColor(0, 0), ToQColor(clYellow));
+}
