@@ -2,6 +2,7 @@
 #include "vx/platform/VxFloatText.h"
 
 #include <gtest/gtest.h>
+#include "support/QStringPrintTo.h"
 
 #include <climits>
 #include <cmath>

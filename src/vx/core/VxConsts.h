@@ -42,9 +42,11 @@ constexpr double CMaxAcurancy = 2.220446049250313E-16;
 constexpr double CVxMaxReal = 1.7E+308;
 constexpr double CVxMinReal = -1.7E+308;
 
-// Process-wide names derived from the running executable's path (filled on first use
-// of the library, cleared by VxDoneDirs). UserDataPath and LocalAppDataDir are left
-// for the host application to fill.
+// Process-wide names derived from the running executable's path. They are filled when
+// the QCoreApplication is constructed (at once if the library is loaded into a running
+// application) and cleared when it is destroyed; before that they are empty, and
+// VxFillDirs() may be called to fill them earlier. UserDataPath and LocalAppDataDir are
+// left for the host application to fill.
 extern QString IniFileName;
 extern QString ProgName;
 extern QString ProgPath;

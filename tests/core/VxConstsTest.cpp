@@ -1,0 +1,96 @@
+#include "vx/core/VxConsts.h"
+
+#include <gtest/gtest.h>
+#include "support/QStringPrintTo.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+using namespace vx;
+
+namespace {
+
+void WriteFile(const QString& path, const QByteArray& content)
+{
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(content);
+}
+
+QByteArray ReadFile(const QString& path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+// Restores the names of the running executable after a test changed them.
+struct DirsRestorer {
+    ~DirsRestorer() { VxFillDirs(); }
+};
+
+} // namespace
+
+TEST(VxConsts, NamesAreFilledFromTheRunningExecutable)
+{
+    EXPECT_EQ(ProgName, QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName());
+    EXPECT_EQ(ProgPath, QFileInfo(QCoreApplication::applicationFilePath()).absolutePath() + QLatin1Char('/'));
+    EXPECT_TRUE(UserDataPath.isEmpty());
+    EXPECT_TRUE(LocalAppDataDir.isEmpty());
+}
+
+TEST(VxConsts, NamesDerivedFromAnExecutablePath)
+{
+    DirsRestorer restore;
+    const struct {
+        const char* exe;
+        const char* ini;
+        const char* name;
+        const char* path;
+    } rows[] = {
+        {"/opt/app/bin/demo.exe", "/opt/app/bin/demo.INI", "demo", "/opt/app/bin/"},
+        {"/opt/app.d/demo", "/opt/app.d/demo.INI", "demo", "/opt/app.d/"},
+        {"C:\\Apps\\Plot.v2.exe", "C:\\Apps\\Plot.v2.INI", "Plot.v2", "C:\\Apps\\"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.exe);
+        VxFillDirs(QString::fromLatin1(row.exe));
+        EXPECT_EQ(IniFileName, QString::fromLatin1(row.ini));
+        EXPECT_EQ(ProgName, QString::fromLatin1(row.name));
+        EXPECT_EQ(ProgPath, QString::fromLatin1(row.path));
+        EXPECT_EQ(UserSettingsPath, ProgPath);
+        EXPECT_EQ(UserSettings, ProgPath + ProgName + QStringLiteral(".usr"));
+    }
+    UserDataPath = QStringLiteral("/data");
+    VxDoneDirs();
+    for (const QString* name : {&IniFileName, &ProgName, &ProgPath, &UserSettingsPath,
+                                &UserSettings, &UserDataPath, &LocalAppDataDir})
+        EXPECT_TRUE(name->isEmpty());
+}
+
+TEST(VxConsts, InitDirsSeedsTheUserCopyOnce)
+{
+    DirsRestorer restore;
+    QTemporaryDir tmp;
+    ASSERT_TRUE(tmp.isValid());
+    QDir(tmp.path()).mkdir(QStringLiteral("bin"));
+    VxFillDirs(tmp.filePath(QStringLiteral("bin/demo")));
+    WriteFile(ProgPath + QStringLiteral("demo.usr"), "shipped");
+
+    UserSettingsPath = tmp.filePath(QStringLiteral("user/"));
+    UserSettings = UserSettingsPath + QStringLiteral("demo.usr");
+    VxInitDirs();
+    EXPECT_EQ(ReadFile(UserSettings), QByteArray("shipped"));
+
+    // An existing user copy is never replaced.
+    WriteFile(UserSettings, "mine");
+    VxInitDirs();
+    EXPECT_EQ(ReadFile(UserSettings), QByteArray("mine"));
+
+    // Only one directory level is created; a deeper target is silently skipped.
+    UserSettingsPath = tmp.filePath(QStringLiteral("a/b/"));
+    UserSettings = UserSettingsPath + QStringLiteral("demo.usr");
+    VxInitDirs();
+    EXPECT_FALSE(QFile::exists(UserSettings));
+}

@@ -1,0 +1,219 @@
+#include "vx/core/VxStrings.h"
+#include "vx/platform/VxExceptions.h"
+#include "vx/platform/VxFloatText.h"
+
+#include <gtest/gtest.h>
+#include "support/QStringPrintTo.h"
+
+#include <cmath>
+#include <limits>
+
+using namespace vx;
+
+namespace {
+
+// Sets the decimal separator for one test and restores '.' afterwards.
+class SeparatorScope {
+public:
+    explicit SeparatorScope(QChar c) { SetDecimalSeparator(c); }
+    ~SeparatorScope() { SetDecimalSeparator(QLatin1Char('.')); }
+};
+
+QString Q(const char* s)
+{
+    return QString::fromLatin1(s);
+}
+
+} // namespace
+
+TEST(VxStrings, RealToTextForms)
+{
+    EXPECT_EQ(RealToStr(1.0 / 3.0), Q("0.33333333333333"));
+    EXPECT_EQ(RealToStr(1e13), Q("10000000000000"));
+    EXPECT_EQ(RealToStr(1e14), Q("1E14"));
+    EXPECT_EQ(RealToStr(std::numeric_limits<double>::quiet_NaN()), Q("NAN"));
+    EXPECT_EQ(RealToStrDigits(3.14159265, 4), Q("3.14"));
+    EXPECT_EQ(RealToStrDigits(-3.14159265, 4), Q("-3.1"));
+    EXPECT_EQ(RealToStrDigits(1.0 / 3.0, 0), Q("0.333333333333333"));
+    EXPECT_EQ(RealToStrDigits(12345.0, 5), Q("12345"));
+    // The platform never formats with fewer than 2 digits, so this cannot fit.
+    EXPECT_EQ(RealToStrDigits(12345.0, 3), Q("1.2E4"));
+    EXPECT_EQ(Float8_4(1e-7), Q("1E-0007"));
+    EXPECT_EQ(Float8_4(2.0 / 3.0), Q("0.66666667"));
+}
+
+TEST(VxStrings, AmericanFormsAlwaysUseAPoint)
+{
+    EXPECT_EQ(Americanize(Q("1,5")), Q("1,5")); // nothing to do with a point locale
+    SeparatorScope comma(QLatin1Char(','));
+    EXPECT_EQ(RealToStr(2.5), Q("2,5"));
+    EXPECT_EQ(RealToAmericanStr(2.5), Q("2.5"));
+    EXPECT_EQ(RealToAmericanStrDigits(3.14159265, 4), Q("3.14"));
+    EXPECT_EQ(Americanize(Q("1,5;2,25")), Q("1.5;2.25"));
+    EXPECT_EQ(DeAmericanize(Q("1.5;2.25")), Q("1,5;2,25"));
+    EXPECT_TRUE(IsNumber(Q("1.5"))); // settings texts keep their point
+    EXPECT_FALSE(IsNumber(Q("1,5")));
+}
+
+TEST(VxStrings, IsNumberNeedsTheWholeText)
+{
+    const struct {
+        const char* text;
+        bool expected;
+    } rows[] = {{"1.5", true},   {"-2e-3", true}, {"42", true},   {" 1.5", false},
+                {"1.5 ", false}, {"", false},     {"1.5x", false}, {"1e999", false},
+                {"abc", false},  {".", false}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text);
+        EXPECT_EQ(IsNumber(Q(row.text)), row.expected);
+    }
+}
+
+TEST(VxStrings, IntegerAndTimeTexts)
+{
+    EXPECT_EQ(IntToStrDigits(7, 3), Q("007"));
+    EXPECT_EQ(IntToStrDigits(1234, 2), Q("1234"));
+    EXPECT_EQ(IntToStrDigits(-7, 3), Q("-07"));
+    EXPECT_EQ(IntToStrDigits(0, 0), Q("0"));
+
+    const struct {
+        int seconds;
+        const char* expected;
+    } rows[] = {{59, "00:59"},         {3600, "01:00:00"},   {90061, "1d01:01:01"},
+                {183787, "2d03:03:07"}, {86400, "1d00:00:00"}, {3599, "59:59"},
+                {-5, "00:00"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.seconds);
+        EXPECT_EQ(SecondsToStr(row.seconds), Q(row.expected));
+    }
+}
+
+TEST(VxStrings, ColumnLettersAndBlanks)
+{
+    const struct {
+        int n;
+        const char* expected;
+    } rows[] = {{1, "A"}, {26, "Z"}, {27, "AA"}, {52, "AZ"}, {702, "ZZ"}, {703, "AAA"},
+                {0, ""},  {-3, ""}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.n);
+        EXPECT_EQ(ColumnToCharHeader(row.n), Q(row.expected));
+    }
+    EXPECT_EQ(StripBlanks(Q(" Linear Regression (2) ")), Q("LinearRegression(2)"));
+}
+
+TEST(VxStrings, ErasingUpToNumbers)
+{
+    QString s = Q("x = -1.5; y");
+    EraseToNumber(s);
+    EXPECT_EQ(s, Q("-1.5; y"));
+    EraseToNumber(s);
+    EXPECT_EQ(s, Q("-1.5; y"));
+
+    s = Q("a12b34c");
+    EraseToNextNumber(s);
+    EXPECT_EQ(s, Q("34c"));
+    s = Q("no digits");
+    EraseToNextNumber(s);
+    EXPECT_EQ(s, Q(""));
+    s = Q("Time 5");
+    EraseToNumber(s); // 'e' counts as a number character
+    EXPECT_EQ(s, Q("e 5"));
+}
+
+TEST(VxStrings, ExtractOneRealWalksThroughAList)
+{
+    QString s = Q("1.5;2.25");
+    EXPECT_EQ(ExtractOneReal(s), 1.5);
+    EXPECT_EQ(s, Q("2.25"));
+    EXPECT_EQ(ExtractOneReal(s), 2.25);
+    EXPECT_EQ(s, Q(""));
+
+    s = Q("X: -3.5E2 ;; Y=0.125 end");
+    EXPECT_EQ(ExtractOneReal(s), -350.0);
+    EXPECT_EQ(s, Q("0.125 end"));
+    EXPECT_EQ(ExtractOneReal(s), 0.125);
+    EXPECT_EQ(s, Q("end")); // 'e' is a number character
+
+    s = Q("42");
+    EXPECT_EQ(ExtractOneReal(s), 42.0);
+    EXPECT_TRUE(s.isEmpty());
+}
+
+TEST(VxStrings, ExtractOneIntKeepsAWholeNumberText)
+{
+    QString s = Q("42");
+    EXPECT_EQ(ExtractOneInt(s), 42);
+    EXPECT_EQ(s, Q("42"));
+
+    s = Q("12;34");
+    EXPECT_EQ(ExtractOneInt(s), 12);
+    EXPECT_EQ(s, Q("34"));
+
+    s = Q("12 ; 34");
+    EXPECT_EQ(ExtractOneInt(s), 12);
+    EXPECT_EQ(s, Q("; 34")); // no second skip to the next number
+
+    s = Q("1.5");
+    EXPECT_EQ(ExtractOneInt(s), 1);
+    EXPECT_EQ(s, Q("5"));
+}
+
+TEST(VxStrings, ExtractionFailuresRaiseTheConversionError)
+{
+    const char* bad[] = {"", "abc", "-", "e5", "+;1"};
+    for (const char* text : bad) {
+        SCOPED_TRACE(text);
+        QString real = Q(text);
+        try {
+            ExtractOneReal(real);
+            ADD_FAILURE() << "no exception";
+        } catch (EConvertError& e) {
+            EXPECT_EQ(e.Message(), Q("Error during integer extraction"));
+        }
+        QString integer = Q(text);
+        EXPECT_THROW(ExtractOneInt(integer), EConvertError);
+    }
+    QString huge = Q("1e999;2");
+    EXPECT_THROW(ExtractOneReal(huge), EOverflow);
+}
+
+TEST(VxStrings, TokensAreWholeWords)
+{
+    const struct {
+        const char* text;
+        const char* token;
+        bool contained;
+        const char* bracketed; // with the token replaced by (v)
+    } rows[] = {
+        {"a+b*x", "b", true, "a+(v)*x"},
+        {"ab+x", "b", false, "ab+x"},
+        {"b+b_1+b", "b", true, "(v)+b_1+(v)"},
+        {"Slope, DeltaSlope", "Slope", true, "(v), DeltaSlope"},
+        {"bX", "b", false, "bX"},
+        {"", "b", false, ""},
+        {"a+b", "", false, "a+b"},
+        {"x2+x", "x", true, "x2+(v)"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text);
+        EXPECT_EQ(ContainsToken(Q(row.text), Q(row.token)), row.contained);
+        EXPECT_EQ(ReplaceTokenWithBracket(Q(row.text), Q(row.token), Q("v")), Q(row.bracketed));
+    }
+    // The replacement is not searched again.
+    EXPECT_EQ(ReplaceTokenWith(Q("a + a"), Q("a"), Q("a a")), Q("a a + a a"));
+}
+
+TEST(VxStrings, XorMixingIsItsOwnInverse)
+{
+    const QString name = QStringLiteral("TVxFittedLine1 \u00e4\u20ac");
+    for (int number : {0, 1, 12345, -1, 0x7F00FF01}) {
+        SCOPED_TRACE(number);
+        const QString mixed = XORNameWithNumber(name, number);
+        EXPECT_EQ(mixed.size(), name.size());
+        EXPECT_EQ(XORNameWithNumber(mixed, number), name);
+        if (number != 0) {
+            EXPECT_NE(mixed, name);
+        }
+    }
+}
