@@ -30,38 +30,61 @@ void TVxValueIChangedList::Remove(const QByteArray& Key)
     if (Key.isEmpty())
         return;
     auto it = std::find_if(FItems.begin(), FItems.end(),
-                           [&Key](const TVxValueIChangedEntry& e) { return e.Key == Key; });
-    if (it != FItems.end())
+                           [&Key](const TVxValueIChangedEntry& e) { return !e.Removed && e.Key == Key; });
+    if (it == FItems.end())
+        return;
+    if (FNotifying > 0)
+        it->Removed = true;
+    else
         FItems.erase(it);
 }
 
 void TVxValueIChangedList::Clear()
 {
-    FItems.clear();
+    if (FNotifying > 0) {
+        for (TVxValueIChangedEntry& e : FItems)
+            e.Removed = true;
+    } else {
+        FItems.clear();
+    }
 }
 
 int TVxValueIChangedList::Count() const
 {
     Purge();
-    return int(FItems.size());
+    return int(std::count_if(FItems.begin(), FItems.end(), [](const TVxValueIChangedEntry& e) { return e.Alive(); }));
 }
 
 const TVxValueIChangedList::TVxValueIChangedEntry& TVxValueIChangedList::Items(int I) const
 {
     Purge();
-    if (I < 0 || I >= int(FItems.size()))
-        throw EListError::IndexOutOfBounds(I);
-    return FItems[size_t(I)];
+    int live = 0;
+    for (const TVxValueIChangedEntry& e : FItems) {
+        if (!e.Alive())
+            continue;
+        if (live == I)
+            return e;
+        ++live;
+    }
+    throw EListError::IndexOutOfBounds(I);
 }
 
 void TVxValueIChangedList::Notify(int Index, bool Deleted)
 {
-    Purge();
-    if (FItems.empty())
+    const size_t n = FItems.size();
+    if (n == 0)
         return;
-    // A handler may change the list (or destroy a receiver) while we iterate.
-    const std::vector<TVxValueIChangedEntry> round = FItems;
-    for (const TVxValueIChangedEntry& e : round) {
+    struct RoundGuard {
+        TVxValueIChangedList& List;
+        explicit RoundGuard(TVxValueIChangedList& l) : List(l) { ++List.FNotifying; }
+        ~RoundGuard()
+        {
+            --List.FNotifying;
+            List.Purge();
+        }
+    } guard(*this);
+    for (size_t i = 0; i < n; ++i) {
+        const TVxValueIChangedEntry& e = FItems[i];
         if (e.Alive() && e.Handler)
             e.Handler(Index, Deleted);
     }
@@ -69,6 +92,8 @@ void TVxValueIChangedList::Notify(int Index, bool Deleted)
 
 void TVxValueIChangedList::Purge() const
 {
+    if (FNotifying > 0)
+        return;
     FItems.erase(std::remove_if(FItems.begin(), FItems.end(),
                                 [](const TVxValueIChangedEntry& e) { return !e.Alive(); }),
                  FItems.end());

@@ -12,6 +12,7 @@
 #include <QPointer>
 #include <QString>
 #include <algorithm>
+#include <deque>
 #include <functional>
 #include <typeinfo>
 #include <vector>
@@ -42,7 +43,8 @@ public:
         bool Watched = false; // a receiver was given, so a null Receiver means it died
         QByteArray Key;
         TVxValueIChangedEvent Handler;
-        bool Alive() const { return !Watched || !Receiver.isNull(); }
+        bool Removed = false; // unsubscribed during a notice round, erased after it
+        bool Alive() const { return !Removed && (!Watched || !Receiver.isNull()); }
     };
 
     // Removes the entry with the same key, then appends the handler.
@@ -66,7 +68,8 @@ public:
     const TVxValueIChangedEntry& Items(int I) const;
 
     // Calls every live handler in subscription order with (Index, Deleted). Handlers may
-    // subscribe or unsubscribe while being called; the round uses the list as it was.
+    // subscribe and unsubscribe while being called: an entry removed during the round is
+    // not called any more, one added is called from the next round on.
     void Notify(int Index, bool Deleted);
 
     // The slot key of a member function: declaring class plus the method's identity.
@@ -80,8 +83,11 @@ public:
     }
 
 private:
+    // Erases dead entries (not during a round, which holds references into the list).
     void Purge() const;
-    mutable std::vector<TVxValueIChangedEntry> FItems;
+    // A deque: appending during a round leaves the entries being called in place.
+    mutable std::deque<TVxValueIChangedEntry> FItems;
+    int FNotifying = 0;
 };
 
 // A growable array of doubles with a count: the base of every data vector.
