@@ -41,10 +41,8 @@ class TVxSeriesList;
 
 // Base of every series: axes, data vectors, ranges, pixel cache, line and area drawing,
 // children, captions and settings.
+// (Interface under construction; the implementation follows with the graph unit.)
 class TVxSeries : public QObject {
-    Q_OBJECT
-    Q_PROPERTY(bool IncludeInLegend READ IncludeInLegend WRITE SetIncludeInLegend)
-    Q_PROPERTY(QString Caption READ Caption WRITE SetCaption)
 
 public:
     explicit TVxSeries(QObject* AOwner = nullptr);
@@ -194,14 +192,12 @@ protected:
 
 // A series that holds its own data vectors (the type of a calculated series' parent).
 class TVxNotCalculatedSeries : public TVxSeries {
-    Q_OBJECT
 public:
     explicit TVxNotCalculatedSeries(QObject* AOwner = nullptr);
 };
 
 // A line series; on creation it binds to the last graph among its owner's children.
 class TVxLineSeries : public TVxNotCalculatedSeries {
-    Q_OBJECT
 public:
     explicit TVxLineSeries(QObject* AOwner = nullptr);
 };
