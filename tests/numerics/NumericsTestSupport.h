@@ -1,0 +1,86 @@
+#pragma once
+// Helpers shared by the numerics tests: vectors from arrays, the NIST StRD linear
+// least-squares reference files (tests/data/nist-lls) and the log relative error.
+
+#include "vx/core/VxVector.h"
+
+#include <QFile>
+#include <QString>
+#include <QTextStream>
+
+#include <cmath>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vxtest {
+
+inline std::unique_ptr<vx::TVxRealVector> MakeVector(const std::vector<double>& values)
+{
+    auto v = std::make_unique<vx::TVxRealVector>();
+    for (double d : values)
+        v->Add(d);
+    return v;
+}
+
+// One NIST StRD "lls" file: '# key: value' header lines with the certified values
+// (B0, B0_sd, ..., residual_sd, r_squared), then rows "y x".
+struct NistLls {
+    std::vector<double> X, Y;
+    std::map<std::string, double> Certified;
+    int Degree = 0;
+
+    double Get(const std::string& key) const
+    {
+        auto it = Certified.find(key);
+        return it == Certified.end() ? NAN : it->second;
+    }
+};
+
+inline NistLls LoadNistLls(const QString& name)
+{
+    NistLls data;
+    QFile file(QStringLiteral(VX_TEST_DATA_DIR "/nist-lls/") + name + QStringLiteral(".txt"));
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return data;
+    QTextStream in(&file);
+    while (!in.atEnd()) {
+        const QString line = in.readLine().trimmed();
+        if (line.isEmpty())
+            continue;
+        if (line.startsWith(QLatin1Char('#'))) {
+            const int colon = line.indexOf(QLatin1Char(':'));
+            if (colon < 0)
+                continue;
+            const QString key = line.mid(1, colon - 1).trimmed();
+            bool ok = false;
+            const double value = line.mid(colon + 1).trimmed().toDouble(&ok);
+            if (ok)
+                data.Certified[key.toStdString()] = value;
+            if (key == QLatin1String("polynomial_degree"))
+                data.Degree = line.mid(colon + 1).trimmed().toInt();
+            continue;
+        }
+        const QStringList cols = line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+        if (cols.size() >= 2) {
+            data.Y.push_back(cols[0].toDouble());
+            data.X.push_back(cols[1].toDouble());
+        }
+    }
+    return data;
+}
+
+// Number of correct significant digits, -log10(|value - certified| / |certified|),
+// capped at 15 (the certified values carry 15 digits).
+inline double LogRelativeError(double value, double certified)
+{
+    if (value == certified)
+        return 15.0;
+    const double rel = certified == 0.0 ? std::fabs(value) : std::fabs(value - certified) / std::fabs(certified);
+    if (!(rel > 0.0))
+        return 0.0;
+    return std::min(15.0, -std::log10(rel));
+}
+
+} // namespace vxtest
