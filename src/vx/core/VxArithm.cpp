@@ -23,6 +23,15 @@ constexpr int CExponentLength = 5; // sign and four digits
 constexpr double COutwardTolerance = 0.001;
 constexpr double CInwardTolerance = 1E-9;
 
+// The exponent field of a 23-character text form ("+0003" -> 3).
+int TextExponent(const QString& form)
+{
+    int value = 0;
+    int code = 0;
+    Val(form.mid(CExponentFrom, CExponentLength), value, code);
+    return value;
+}
+
 // The mantissa of X/Unit in its decade, rounded with RoundUp or RoundDown, times the
 // decade; a rounded mantissa below 1.1 snaps to the decade itself.
 double LogRound(bool Up, double X, double Unit, double Step)
@@ -94,19 +103,16 @@ int GetExponent(double X)
 {
     if (!std::isfinite(X))
         return 0;
-    int value = 0;
-    int code = 0;
-    Val(RealToText23(X).mid(CExponentFrom, CExponentLength), value, code);
-    return value;
+    return TextExponent(RealToText23(X));
 }
 
 double ExpMinus(double X, int N)
 {
     if (!std::isfinite(X))
         return X;
-    const long long E = (long long)GetExponent(X) - N;
-    QString text = RealToText23(X).mid(CMantissaFrom, CMantissaLength) + QLatin1Char('E')
-        + QString::number(E);
+    const QString form = RealToText23(X);
+    const long long E = (long long)TextExponent(form) - N;
+    QString text = form.mid(CMantissaFrom, CMantissaLength) + QLatin1Char('E') + QString::number(E);
     if (X < 0)
         text.prepend(QLatin1Char('-'));
     try {
