@@ -403,6 +403,29 @@ TEST(VxLargeIniFile, SavesOnDestructionWithoutLeadingEmptyLines)
     EXPECT_EQ(FileText(path), QStringLiteral("[S]\r\nK=V\r\n"));
 }
 
+TEST(VxLargeIniFile, ReadsByteOrderMarkAndLatin1Files)
+{
+    QTemporaryDir dir;
+    const struct {
+        const char* name;
+        QByteArray bytes;
+        QString value;
+    } rows[] = {
+        {"utf-8 with BOM", QByteArray("\xEF\xBB\xBF[S]\nK=\xC2\xB5m\n"), QStringLiteral("\u00B5m")},
+        {"latin-1", QByteArray("[S]\rK=\xB5m"), QStringLiteral("\u00B5m")},
+    };
+    for (const auto& r : rows) {
+        SCOPED_TRACE(r.name);
+        const QString path = dir.filePath(QString::fromLatin1(r.name));
+        QFile f(path);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(r.bytes);
+        f.close();
+        TVxLargeIniFile ini(path);
+        EXPECT_EQ(ini.ReadString("S", "K", ""), r.value);
+    }
+}
+
 TEST(VxLargeIniFile, FailedSaveRaisesAndKeepsOldFile)
 {
     QTemporaryDir dir;

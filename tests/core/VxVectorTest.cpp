@@ -431,6 +431,19 @@ TEST(VxDBVector, FollowsEditsInsertsAndRemovals)
     EXPECT_EQ(ValuesOf(v), (std::vector<double>{20, 7, 4}));
 }
 
+TEST(VxDBVector, LoadingDefersTheReloadToLoaded)
+{
+    auto m = ColumnModel({"1", "2"});
+    QObject form;
+    auto* v = new TVxDBVector(&form);
+    BeginLoading(&form);
+    v->SetDataSource(m.get());
+    v->SetDataField(QStringLiteral("Y"));
+    EXPECT_EQ(v->Count(), 0);
+    EndLoading(&form);
+    EXPECT_EQ(ValuesOf(*v), (std::vector<double>{1, 2}));
+}
+
 TEST(VxDBVector, LetsGoOfADestroyedModel)
 {
     auto m = ColumnModel({"1", "2"});

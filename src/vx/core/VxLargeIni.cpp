@@ -13,6 +13,7 @@
 #include <QRegularExpression>
 #include <QSaveFile>
 #include <QScreen>
+#include <QStringDecoder>
 #include <QWidget>
 
 namespace vx {
@@ -573,7 +574,12 @@ TVxLargeIniFile::TVxLargeIniFile(const QString& Filename)
     QFile file(Filename);
     if (!file.open(QIODevice::ReadOnly))
         throw EFOpenError(QStringLiteral("Cannot open file \"%1\". %2").arg(Filename, file.errorString()));
-    SetText(QString::fromUtf8(file.readAll()));
+    const QByteArray data = file.readAll();
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    QString text = utf8.decode(data);
+    if (utf8.hasError())
+        text = QString::fromLatin1(data);
+    SetText(text);
 }
 
 TVxLargeIniFile::~TVxLargeIniFile()

@@ -62,7 +62,9 @@ public:
     // EListError (list index out of bounds), as does WriteString for such a section.
     QString ReadString(const QString& Section, const QString& Key, const QString& Default) const;
     // Replaces the key's line, or inserts it at the end of the section, or appends the
-    // section. The line is cut at a NUL character.
+    // section. The line is cut at a NUL character. The end of a section is found here by its
+    // closing empty line (or the end of the list), as the writers lay sections out; in a
+    // hand-made text without separator lines the scan runs on into the next section.
     void WriteString(const QString& Section, const QString& Key, const QString& Value);
 
     // The first integer / real in the value; Default when missing, empty or not a number
@@ -167,11 +169,15 @@ private:
 // A settings list bound to a file: loaded when created (if the file exists), saved by
 // Save() or, if anything was written, when destroyed. Saving drops the empty lines at the
 // top and replaces the file atomically (a temporary file renamed over it), so a failed save
-// never loses the previous file. The file is UTF-8 text with "\n" line ends.
+// never loses the previous file. The file is written as UTF-8 with "\n" line ends; reading
+// accepts any line ends, skips a byte-order mark and takes a file that is not valid UTF-8
+// as Latin-1 (older settings files).
 class TVxLargeIniFile : public TVxIniList {
 public:
     // Loads Filename when it exists; raises EFOpenError when it exists but cannot be read.
     explicit TVxLargeIniFile(const QString& Filename);
+    TVxLargeIniFile(const TVxLargeIniFile&) = delete;
+    TVxLargeIniFile& operator=(const TVxLargeIniFile&) = delete;
     // Saves when Modified, swallowing errors (a destructor must not throw); call Save()
     // first to see them.
     ~TVxLargeIniFile() override;

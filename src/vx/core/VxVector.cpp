@@ -276,7 +276,8 @@ void TVxDBVector::SetDataSource(QAbstractItemModel* Value)
                                 &TVxDBVector::OnRowsAboutToBeRemoved)
                      << connect(Value, &QAbstractItemModel::rowsRemoved, this, &TVxDBVector::OnRowsRemoved);
     }
-    UpdateVector();
+    if (!IsLoading(this))
+        UpdateVector();
 }
 
 void TVxDBVector::SetDataField(const QString& Value)
@@ -284,6 +285,12 @@ void TVxDBVector::SetDataField(const QString& Value)
     if (FDataField == Value)
         return;
     FDataField = Value;
+    if (!IsLoading(this))
+        UpdateVector();
+}
+
+void TVxDBVector::Loaded()
+{
     UpdateVector();
 }
 

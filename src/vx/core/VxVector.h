@@ -3,6 +3,7 @@
 // vector bound to a column of an item model, and two plain utility vectors.
 
 #include "vx/core/VxConsts.h"
+#include "vx/platform/VxComponent.h"
 
 #include <QAbstractItemModel>
 #include <QByteArray>
@@ -152,7 +153,7 @@ private:
 class TVxRealVector : public TVxCustomRealVector {
     Q_OBJECT
     Q_PROPERTY(bool PersistentValues READ PersistentValues WRITE SetPersistentValues)
-    Q_PROPERTY(int Capacity READ Capacity WRITE SetCapacity STORED false)
+    Q_PROPERTY(int Capacity READ Capacity WRITE SetCapacity)
     Q_PROPERTY(int Increment READ Increment WRITE SetIncrement)
     // The form's copy of the values. Qt 6 takes no condition for STORED, so the condition
     // sits in the getter: the property reads as empty unless PersistentValues is set.
@@ -206,7 +207,7 @@ public:
 // goes (notice (I, true)), and removing the empty row that ended the vector lets the rows
 // after it join. A model that is destroyed is let go (DataSource becomes null, the values
 // stay).
-class TVxDBVector : public TVxCustomRealVector {
+class TVxDBVector : public TVxCustomRealVector, public IVxLoadable {
     Q_OBJECT
     Q_PROPERTY(QAbstractItemModel* DataSource READ DataSource WRITE SetDataSource)
     Q_PROPERTY(QString DataField READ DataField WRITE SetDataField)
@@ -220,6 +221,9 @@ public:
 
     // Reloads the whole column; does nothing unless a model and an existing column are set.
     void UpdateVector();
+    // While the vector is loading (component state csLoading) the setters defer the reload
+    // to here.
+    void Loaded() override;
     // Stores the value of Row (Row < 0: the row after the last one) and notifies (Row, false).
     void SetRecord(int Row);
 
