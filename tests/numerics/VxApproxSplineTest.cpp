@@ -1,0 +1,175 @@
+#include "NumericsTestSupport.h"
+
+#include "vx/numerics/VxApproxSpline.h"
+#include "vx/numerics/VxLinRegr.h"
+#include "vx/platform/VxExceptions.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+using namespace vx;
+using namespace vxtest;
+
+namespace {
+
+struct Points {
+    std::unique_ptr<TVxRealVector> X, Y, W;
+    Points(const std::vector<double>& x, const std::vector<double>& y, const std::vector<double>& w = {})
+        : X(MakeVector(x)), Y(MakeVector(y)), W(w.empty() ? nullptr : MakeVector(w)) {}
+    void Fit(TVxApproxSpline& s, double start = -1e300, double stop = 1e300) const
+    {
+        s.RecalculateCoeffs(start, stop, *X, *Y, W.get());
+    }
+};
+
+// Natural interpolating cubic spline, second derivatives from the tridiagonal system
+// solved by the Thomas algorithm.
+double NaturalSpline(const std::vector<double>& x, const std::vector<double>& y, double v)
+{
+    const int n = int(x.size());
+    std::vector<double> h(n - 1), M(n, 0.0), a(n), b(n), c(n), d(n);
+    for (int i = 0; i < n - 1; ++i)
+        h[i] = x[i + 1] - x[i];
+    for (int i = 1; i < n - 1; ++i) {
+        a[i] = h[i - 1];
+        b[i] = 2 * (h[i - 1] + h[i]);
+        c[i] = h[i];
+        d[i] = 6 * ((y[i + 1] - y[i]) / h[i] - (y[i] - y[i - 1]) / h[i - 1]);
+    }
+    for (int i = 2; i < n - 1; ++i) {
+        const double f = a[i] / b[i - 1];
+        b[i] -= f * c[i - 1];
+        d[i] -= f * d[i - 1];
+    }
+    for (int i = n - 2; i >= 1; --i)
+        M[i] = (d[i] - (i < n - 2 ? c[i] * M[i + 1] : 0.0)) / b[i];
+    int i = 0;
+    while (i < n - 2 && v > x[i + 1])
+        ++i;
+    const double t = v - x[i], u = x[i + 1] - v;
+    return M[i] * u * u * u / (6 * h[i]) + M[i + 1] * t * t * t / (6 * h[i])
+        + (y[i] / h[i] - M[i] * h[i] / 6) * u + (y[i + 1] / h[i] - M[i + 1] * h[i] / 6) * t;
+}
+
+const std::vector<double> kX { 0, 0.5, 1.7, 2, 3.1, 4, 5.5, 6 };
+const std::vector<double> kY { 1, 3, 2, -1, 0.5, 2, 4, 3 };
+
+} // namespace
+
+TEST(ApproxSpline, PointsOnALineAreReproducedForAnyWeights)
+{
+    // Unsorted input and unequal weights: every band coupling lies inside the system, so
+    // nothing disturbs the exact line.
+    const std::vector<double> x { 3, 0, 7.5, 1, 2.2, 9, 4, 6, 5.1 };
+    std::vector<double> y;
+    for (double v : x)
+        y.push_back(0.5 - 1.25 * v);
+    for (double factor : { 1e-6, 0.3, 1.0, 50.0, 1e9 }) {
+        SCOPED_TRACE(factor);
+        TVxApproxSpline s;
+        s.SetWeightFactor(factor);
+        Points(x, y, { 1, 5, 0.2, 3, 8, 0.5, 2, 7, 1.5 }).Fit(s);
+        ASSERT_EQ(s.KnotCount(), int(x.size()));
+        for (int i = 0; i <= s.KnotCount(); ++i) {
+            EXPECT_NEAR(s.C()[i], 0.0, 1e-12) << i;
+            EXPECT_NEAR(s.D()[i], 0.0, 1e-12) << i;
+        }
+        for (double v : { -1.0, 0.0, 3.3, 8.9, 12.0 })
+            EXPECT_NEAR(s.Interpolate(v), 0.5 - 1.25 * v, 1e-11) << v;
+    }
+}
+
+TEST(ApproxSpline, HugeWeightsApproachTheNaturalInterpolatingSpline)
+{
+    TVxApproxSpline s;
+    s.SetWeightFactor(1e12);
+    Points(kX, kY).Fit(s);
+    for (double v = 0.0; v <= 6.0; v += 0.25)
+        EXPECT_NEAR(s.Interpolate(v), NaturalSpline(kX, kY, v), 1e-9) << v;
+    EXPECT_NEAR(s.Curvature(0.0), 0.0, 1e-15); // natural ends
+    const int last = s.KnotCount() - 2;
+    const double h = kX[last + 1] - kX[last];
+    EXPECT_NEAR(2 * s.C()[last] + 6 * h * s.D()[last], 0.0, 1e-12);
+}
+
+TEST(ApproxSpline, TinyWeightsApproachTheLeastSquaresLine)
+{
+    auto X = MakeVector(kX);
+    auto Y = MakeVector(kY);
+    TVxLinearRegessionResults line;
+    LinReg(-1e300, 1e300, *X, *Y, line);
+    TVxApproxSpline s;
+    s.SetWeightFactor(1e-9);
+    Points(kX, kY).Fit(s);
+    for (double v : { 0.0, 1.0, 2.5, 4.0, 6.0 })
+        EXPECT_NEAR(s.Interpolate(v), line.Offset + line.Slope * v, 1e-6) << v;
+}
+
+TEST(ApproxSpline, IntermediateWeightsSmoothBetweenTheLimits)
+{
+    // The fit's roughness and its distance to the data both lie between the two limits.
+    TVxApproxSpline s;
+    Points(kX, kY).Fit(s);
+    double chi = 0.0;
+    for (size_t i = 0; i < kX.size(); ++i)
+        chi += (s.Interpolate(kX[i]) - kY[i]) * (s.Interpolate(kX[i]) - kY[i]);
+    EXPECT_GT(chi, 1e-3);
+    EXPECT_LT(chi, 19.0); // the least-squares line's ChiSquare is larger
+}
+
+TEST(ApproxSpline, WeightsStayInSelectionOrder)
+{
+    // Descending input: the sort reverses x and y but not the weights.
+    TVxApproxSpline unsorted, reference;
+    const std::vector<double> w { 1, 9, 2, 0.5, 4, 3, 0.25, 6 };
+    std::vector<double> xr(kX.rbegin(), kX.rend()), yr(kY.rbegin(), kY.rend());
+    Points(xr, yr, w).Fit(unsorted);
+    Points(kX, kY, w).Fit(reference);
+    for (int i = 0; i < 8; ++i) {
+        EXPECT_EQ(unsorted.Sigma()[i], w[i]);
+        EXPECT_DOUBLE_EQ(unsorted.A()[i], reference.A()[i]);
+    }
+}
+
+TEST(ApproxSpline, DuplicatesMergeYAndWeight)
+{
+    TVxApproxSpline s;
+    Points({ 0, 1, 2, 2, 3, 4, 5 }, { 0, 1, 2, 4, 3, 4, 5 }, { 1, 1, 2, 6, 1, 1, 1 }).Fit(s);
+    ASSERT_EQ(s.KnotCount(), 6);
+    EXPECT_EQ(s.XKnots()[2], 2.0);
+    EXPECT_EQ(s.Sigma()[2], 4.0);
+}
+
+TEST(ApproxSpline, EndOfTheCurve)
+{
+    TVxApproxSpline s;
+    Points(kX, kY).Fit(s);
+    const int N = s.KnotCount();
+    // The last knot reports the slope at the start of the last interval; right of the
+    // data the last interval's polynomial continues.
+    EXPECT_EQ(s.B()[N - 1], s.B()[N - 2]);
+    EXPECT_EQ(s.XKnots()[N], s.XKnots()[N - 1]);
+    const double h = kX[N - 1] - kX[N - 2];
+    const double end = ((s.D()[N - 2] * h + s.C()[N - 2]) * h + s.B()[N - 2]) * h + s.A()[N - 2];
+    EXPECT_NEAR(s.Interpolate(kX[N - 1]), end, 1e-12);
+}
+
+TEST(ApproxSpline, Failures)
+{
+    TVxApproxSpline s;
+    auto message = [&s](const Points& p) {
+        try {
+            p.Fit(s);
+        } catch (const EMathError& e) {
+            return e.Message();
+        }
+        return QString();
+    };
+    EXPECT_EQ(message(Points({ 0, 1, 2, 3, 4 }, { 0, 1, 2, 3, 4 })), QStringLiteral("Not enough data!"));
+    EXPECT_EQ(message(Points({ 0, 1, 2, 3, 4, 4 }, { 0, 1, 2, 3, 4, 5 })), QStringLiteral("Not enough data!"));
+    EXPECT_THROW(Points(kX, kY, { 1, 1, 0, 1, 1, 1, 1, 1 }).Fit(s), EZeroDivide);
+    EXPECT_THROW(Points(kX, { 1, 3, NAN, -1, 0.5, 2, 4, 3 }).Fit(s), EMathError);
+    EXPECT_THROW(Points(kX, { 1e308, -1e308, 1e308, -1e308, 1e308, -1e308, 1e308, 0 }).Fit(s), EMathError);
+    EXPECT_THROW(s.Slope(1.0), EMathError);
+}
