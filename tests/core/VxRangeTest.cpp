@@ -1,5 +1,6 @@
 #include "vx/core/VxConsts.h"
 #include "vx/core/VxRange.h"
+#include "vx/platform/VxExceptions.h"
 
 #include <gtest/gtest.h>
 

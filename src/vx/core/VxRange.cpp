@@ -1,6 +1,7 @@
 #include "vx/core/VxRange.h"
 
 #include "vx/core/VxConsts.h"
+#include "vx/platform/VxExceptions.h"
 
 namespace vx {
 

@@ -6,8 +6,6 @@
 #include <functional>
 #include <type_traits>
 
-#include "vx/platform/VxExceptions.h"
-
 namespace vx {
 
 class TRange;
