@@ -139,7 +139,7 @@ int TVxIniList::FindSection(const QString& Section) const
     const QString head = QLatin1Char('[') + Section + QLatin1Char(']');
     for (int i = 0; i < FLines.size(); ++i) {
         const QString& line = FLines[i];
-        if (line.size() == head.size() && line.compare(head, Qt::CaseInsensitive) == 0)
+        if (line.size() == head.size() && IsHead(line) && line.compare(head, Qt::CaseInsensitive) == 0)
             return i;
     }
     return -1;
