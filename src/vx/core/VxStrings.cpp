@@ -132,7 +132,7 @@ QString SecondsToStr(int Seconds)
     const int days = Seconds / 86400;
     const int hours = Seconds / 3600 % 24;
     QString s = TwoDigits(Seconds / 60 % 60) + QLatin1Char(':') + TwoDigits(Seconds % 60);
-    if (hours > 0 || days > 0)
+    if (hours > 0)
         s = TwoDigits(hours) + QLatin1Char(':') + s;
     if (days > 0)
         s = QString::number(days) + QLatin1Char('d') + s;

@@ -30,7 +30,8 @@ bool IsNumber(const QString& S);
 // N in decimal, left-padded with '0' to at least Digits characters ("007").
 // A negative N keeps its '-' in front of the padding zeros.
 QString IntToStrDigits(int N, short Digits);
-// "mm:ss", "hh:mm:ss" with hours, "<days>dhh:mm:ss" with whole days (2d05:03:07).
+// "mm:ss"; "hh:" in front when the hours part (of the day) is above 0; "<days>d" in front
+// when there are whole days: 2d05:03:07, and 1d00:00 for exactly one day.
 // Negative Seconds count as 0.
 QString SecondsToStr(int Seconds);
 // S without any blank.
