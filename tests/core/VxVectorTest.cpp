@@ -321,18 +321,6 @@ TEST(VxValueIChangedList, DestroyedReceiversAreDroppedAndChangesDuringNoticeAreS
     EXPECT_EQ(v.IChangedList().Count(), 0);
 }
 
-TEST(VxValueIChangedList, DestroyedVectorLeavesSubscribersAlone)
-{
-    Listener* l = nullptr;
-    {
-        TVxLiveVector v;
-        l = new Listener(&v);
-        v.IChangedList().Add(l, &Listener::VectorChanged);
-    }
-    delete l; // the vector went first: nothing refers to it any more
-    SUCCEED();
-}
-
 // ---------------------------------------------------------------- utility vectors
 
 TEST(VxPointVector, StepGrowthAndRangeCheck)

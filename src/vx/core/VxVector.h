@@ -31,8 +31,8 @@ using TVxValueIChangedEvent = std::function<void(int Index, bool Deleted)>;
 // the receiver, so two receivers that subscribe with the same key share one slot and the
 // later subscription replaces the earlier one. Subscribe series with the member-function
 // overloads; they derive the key from the declaring class and the method, so two series of
-// one class share a slot while different methods (or classes declaring their own method)
-// do not. The string-key overloads are for handlers that are not member functions; an
+// one class share a slot, as do subclasses subscribing the same inherited method (and, for
+// a virtual method, its overrides), while different methods do not. The string-key overloads are for handlers that are not member functions; an
 // empty key never matches, so such a handler can only be removed by Clear().
 //
 // The receiver is watched: once it is destroyed its handler is never called again and
