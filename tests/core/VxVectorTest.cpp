@@ -532,3 +532,25 @@ TEST_F(VxDBVectorSql, FollowsEditsAndSubmittedChanges)
     EXPECT_EQ(v.Value(0), 4.0);
     EXPECT_EQ(l.Received.back().Index, -1);
 }
+
+TEST_F(VxDBVectorSql, NewRecordJoinsOnceItsValueIsEntered)
+{
+    QSqlTableModel* m = Model();
+    TVxDBVector t;
+    t.SetDataSource(m);
+    t.SetDataField(QStringLiteral("t"));
+    ASSERT_EQ(t.Count(), 600);
+    Listener l(&t);
+    t.IChangedList().Add(&l, &Listener::VectorChanged);
+
+    const int row = m->rowCount();
+    ASSERT_TRUE(m->insertRow(row)); // a blank record: ends the vector where it stood
+    EXPECT_EQ(t.Count(), 600);
+    ASSERT_TRUE(m->setData(m->index(row, 1), 300.5));
+    EXPECT_EQ(t.Count(), 601);
+    EXPECT_EQ(l.Received, (std::vector<Notice>{{600, false, 601}}));
+    ASSERT_TRUE(m->setData(m->index(row, 0), 601));
+    ASSERT_TRUE(m->submitAll());
+    EXPECT_EQ(t.Count(), 601);
+    EXPECT_EQ(t.Value(600), 300.5);
+}
