@@ -1,11 +1,13 @@
 #include "vx/numerics/VxPolyRegr.h"
 
+#include "vx/core/VxArithm.h"
 #include "vx/core/VxVector.h"
 #include "vx/platform/VxExceptions.h"
 #include "vx/platform/VxFloatMath.h"
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace vx {
 
@@ -42,14 +44,6 @@ struct TPoints {
     double Signed(int i) const { return W ? W[i] : 1.0; }
     double Abs(int i) const { return W ? std::fabs(W[i]) : 1.0; }
 };
-
-double Horner(const TVxRealArray& c, double x)
-{
-    double r = c.back();
-    for (int i = int(c.size()) - 2; i >= 0; --i)
-        r = r * x + c[size_t(i)];
-    return r;
-}
 
 // Normal equations of the fit in x^0..x^Order. Only the first row (Σw·x^k) and the last
 // column (Σw·x^(Order+k)) are summed; the rest of the Hankel matrix is copied along its
@@ -117,7 +111,8 @@ TVxRealArray CoeffErrors(const TVxRealMatrix& R, double ChiSquare, double dof)
 void PolyFit(const TPoints& p, bool weighted, TVxPolynomRegessionResults& Results)
 {
     const int Order = Results.Order;
-    if (Order < 0)
+    // The evaluation takes the degree as a 16-bit integer.
+    if (Order < 0 || Order > std::numeric_limits<short>::max())
         throw ERangeError();
     Results.AverageX = Results.AverageY = 0.0;
     Results.VarianceX = Results.VarianceY = 0.0;
@@ -166,7 +161,7 @@ void PolyFit(const TPoints& p, bool weighted, TVxPolynomRegessionResults& Result
         const double y = p.Y[i];
         Sxx += w * (x - ax) * (x - ax);
         Syy += w * (y - ay) * (y - ay);
-        const double res = y - Horner(Results.Coeffs, x);
+        const double res = y - EvaluatePolynomial(Results.Coeffs, x, short(Order));
         chi += w * res * res;
     }
     CheckFinite(Sxx);

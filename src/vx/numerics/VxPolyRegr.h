@@ -26,7 +26,8 @@ struct TVxPolynomRegessionResults {
 };
 
 // Unweighted fit. Raises EMathError "Not enough data!" with fewer than Order + 1 points,
-// a Cholesky message when the normal matrix is singular, ERangeError for Order < 0.
+// a Cholesky message when the normal matrix is singular, ERangeError for an Order
+// outside 0..32767.
 void PolynomRegression(double XStart, double XStop, const TVxCustomRealVector& X,
     const TVxCustomRealVector& Y, TVxPolynomRegessionResults& Results);
 
