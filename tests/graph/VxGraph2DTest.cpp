@@ -1,0 +1,418 @@
+#include "vx/graph/VxGraph2D.h"
+
+#include "vx/core/VxLargeIni.h"
+#include "vx/core/VxVector.h"
+#include "vx/graph/VxLabel.h"
+#include "vx/platform/VxExceptions.h"
+#include "vx/series/VxDataSeries.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QImage>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+#include <memory>
+
+using namespace vx;
+
+namespace {
+
+// Counts the paint events a widget receives.
+class TPaintCounter : public QObject {
+public:
+    int Count = 0;
+    bool eventFilter(QObject*, QEvent* e) override
+    {
+        if (e->type() == QEvent::Paint)
+            ++Count;
+        return false;
+    }
+};
+
+// A graph with a frame and white data area, axes already created.
+std::unique_ptr<TVx2DGraph> FramedGraph()
+{
+    auto g = std::make_unique<TVx2DGraph>();
+    g->SetDataColor(clWhite);
+    g->FrameLine().SetVisible(true);
+    g->XAxis()->SetStart(0);
+    g->XAxis()->SetStop(100);
+    g->YAxis()->SetStart(0);
+    g->YAxis()->SetStop(10);
+    return g;
+}
+
+QRgb Black() { return qRgb(0, 0, 0); }
+
+// Graph-client x of an axis value (the drawing world's left plus the axis pixel).
+int GraphX(TVx2DGraph& g, double value)
+{
+    return g.DrawingWorld()->x() + g.PrimaryXAxis()->RealToIntPosition(value);
+}
+
+int GraphY(TVx2DGraph& g, double value)
+{
+    return g.DrawingWorld()->y() + g.PrimaryYAxis()->RealToIntPosition(value);
+}
+
+void Press(QWidget* w, QEvent::Type type, QPoint p)
+{
+    QMouseEvent e(type, QPointF(p), w->mapToGlobal(QPointF(p)), Qt::LeftButton,
+                  type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(w, &e);
+}
+
+} // namespace
+
+TEST(VxGraph2D, ConstructionDefaults)
+{
+    TVx2DGraph g;
+    EXPECT_EQ(g.size(), QSize(600, 400));
+    EXPECT_EQ(g.PrimaryXAxis(), nullptr); // found or created on first show or render
+    EXPECT_EQ(g.Color(), clBtnFace);
+    EXPECT_EQ(g.DataColor(), clBtnFace);
+    EXPECT_FALSE(g.FrameLine().Visible());
+    for (TVxLineStyle* s : {&g.MajorGridX(), &g.MajorGridY(), &g.MinorGridX(), &g.MinorGridY()}) {
+        EXPECT_FALSE(s->Visible());
+        EXPECT_EQ(s->Style(), psDot);
+    }
+    EXPECT_TRUE(g.TitleLabel()->isHidden());
+}
+
+TEST(VxGraph2D, AxesNamedPerForm)
+{
+    QWidget form;
+    auto* g1 = new TVx2DGraph(&form);
+    auto* g2 = new TVx2DGraph(&form);
+    g1->ToImage(); // first render creates the axes
+    ASSERT_NE(g1->PrimaryXAxis(), nullptr);
+    EXPECT_EQ(g1->PrimaryXAxis()->objectName(), "XAxis1");
+    EXPECT_EQ(g1->PrimaryYAxis()->objectName(), "YAxis1");
+    EXPECT_EQ(g2->XAxis()->objectName(), "XAxis2");
+    EXPECT_EQ(g2->YAxis()->objectName(), "YAxis2");
+    EXPECT_EQ(g1->PrimaryXAxis()->Position(), AxBottomPos);
+    EXPECT_EQ(g1->PrimaryYAxis()->Position(), AxLeftPos);
+    // A new y axis turns its ticks away from the data.
+    EXPECT_EQ(g1->PrimaryYAxis()->MajorTickLength(), -10);
+    EXPECT_EQ(g1->PrimaryYAxis()->TickLength(), -6);
+}
+
+TEST(VxGraph2D, ExistingAxesAreReused)
+{
+    TVx2DGraph g;
+    auto* bottom = new TVxAxis(&g);
+    bottom->SetPosition(AxBottomPos);
+    auto* left = new TVxAxis(&g);
+    EXPECT_EQ(g.XAxis(), bottom);
+    EXPECT_EQ(g.YAxis(), left);
+    auto* other = new TVxAxis(&g);
+    g.SetPrimaryXAxis(other); // forced to the bottom
+    EXPECT_EQ(other->Position(), AxBottomPos);
+    delete other;
+    EXPECT_EQ(g.PrimaryXAxis(), nullptr);
+    g.ToImage(); // painting without a primary axis is harmless
+}
+
+TEST(VxGraph2D, DrawingWorldNeedsGraphOwner)
+{
+    QWidget plain;
+    try {
+        TVxDrawingWorld world(&plain);
+        FAIL() << "no exception";
+    } catch (const Exception& e) {
+        EXPECT_EQ(e.Message(), "Component must be owned by TVx2DGraph");
+    }
+}
+
+TEST(VxGraph2D, UpdateBatchingRepaintsOnce)
+{
+    TVx2DGraph g;
+    g.show();
+    for (int i = 0; i < 5; ++i) // the first paints settle the layout
+        QApplication::processEvents();
+    TPaintCounter counter;
+    g.installEventFilter(&counter);
+    g.BeginUpdate();
+    g.BeginUpdate();
+    for (int i = 0; i < 5; ++i) {
+        g.XAxis()->SetStop(100 + i);
+        g.Modified();
+        QApplication::processEvents();
+    }
+    g.EndUpdate();
+    QApplication::processEvents();
+    EXPECT_EQ(counter.Count, 0);
+    EXPECT_TRUE(g.NeedsCalculation());
+    g.EndUpdate();
+    QApplication::processEvents();
+    EXPECT_EQ(counter.Count, 1);
+    EXPECT_FALSE(g.NeedsCalculation());
+}
+
+TEST(VxGraph2D, DrawingWorldSitsBetweenTheAxisLines)
+{
+    for (bool title : {false, true}) {
+        SCOPED_TRACE(title);
+        auto g = FramedGraph();
+        g->SetCaption("Title \\bbold");
+        g->SetShowTitle(title);
+        g->XAxis()->SetCaption("x / m");
+        g->XAxis()->SetShowCaption(true);
+        g->YAxis()->SetCaption("y / \\is");
+        g->YAxis()->SetShowCaption(true);
+        g->resize(500, 300);
+        g->EnsureCalculated();
+        const TVxAxis* x = g->PrimaryXAxis();
+        const TVxAxis* y = g->PrimaryYAxis();
+        const QRect world = g->DrawingWorld()->geometry();
+        EXPECT_EQ(world.left(), x->x() + x->LineX());
+        EXPECT_EQ(world.right() + 1, world.left() + x->AxisLength() + 1);
+        EXPECT_EQ(world.top(), y->y() + y->LineY());
+        EXPECT_EQ(world.bottom() + 1, world.top() + y->AxisLength() + 1);
+        // The x axis line is the world's last row, the y axis line its first column.
+        EXPECT_EQ(x->y() + x->LineY(), world.bottom());
+        EXPECT_EQ(y->x() + y->LineX(), world.left());
+        // Everything stays inside the graph.
+        for (QWidget* w : {static_cast<QWidget*>(g->PrimaryXAxis()), static_cast<QWidget*>(g->PrimaryYAxis())})
+            EXPECT_TRUE(g->rect().contains(w->geometry())) << w->geometry().x() << "," << w->geometry().y();
+        if (title)
+            EXPECT_GT(world.top(), g->TitleLabel()->geometry().bottom());
+    }
+}
+
+TEST(VxGraph2D, FourSidesStackOutward)
+{
+    TVx2DGraph g;
+    g.resize(640, 480);
+    g.XAxis();
+    auto* top = new TVxAxis(&g);
+    top->SetPosition(AxTopPos);
+    auto* right = new TVxAxis(&g);
+    right->SetPosition(AxRightPos);
+    auto* bottom2 = new TVxAxis(&g);
+    bottom2->SetPosition(AxBottomPos);
+    g.EnsureCalculated();
+    const QRect world = g.DrawingWorld()->geometry();
+    EXPECT_EQ(top->y() + top->LineY(), world.top());
+    EXPECT_EQ(right->x() + right->LineX(), world.right());
+    EXPECT_GE(bottom2->y(), g.PrimaryXAxis()->geometry().bottom());
+    EXPECT_LE(bottom2->geometry().bottom(), g.height() - 1);
+    EXPECT_EQ(top->AxisLength(), g.PrimaryXAxis()->AxisLength());
+    EXPECT_EQ(right->AxisLength(), g.PrimaryYAxis()->AxisLength());
+}
+
+TEST(VxGraph2D, RenderedFrameGridAndAxes)
+{
+    auto g = FramedGraph();
+    g->MajorGridX().SetVisible(true);
+    g->MajorGridX().SetStyle(psSolid);
+    g->MajorGridX().SetColor(clRed);
+    const QImage img = g->ToImage();
+    const QRect world = g->DrawingWorld()->geometry();
+    EXPECT_EQ(img.pixel(world.center() + QPoint(3, 0)), qRgb(255, 255, 255));
+    EXPECT_EQ(img.pixel(world.right(), world.center().y()), Black()); // frame
+    EXPECT_EQ(img.pixel(world.center().x() + 3, world.top()), Black());
+    // Grid at the major tick x = 50, from the top down to the bottom of the world.
+    const int x50 = GraphX(*g, 50);
+    EXPECT_EQ(img.pixel(x50, world.top() + 5), qRgb(255, 0, 0));
+    EXPECT_EQ(img.pixel(x50 + 3, world.top() + 5), qRgb(255, 255, 255));
+    // A major tick below the x axis line, pointing away from the data.
+    const TVxAxis* x = g->PrimaryXAxis();
+    EXPECT_EQ(img.pixel(x50, world.bottom() + 5), Black());
+    EXPECT_EQ(x->TickIsMajor()[25], true);
+    // The label "40" below the ticks at x = 40; no label at 50 (labels every 20).
+    auto labelBelow = [&](int x) {
+        bool dark = false;
+        for (int y = world.bottom() + 12; y < img.height(); ++y)
+            for (int dx = -6; dx <= 6; ++dx)
+                dark = dark || qGray(img.pixel(x + dx, y)) < 100;
+        return dark;
+    };
+    EXPECT_TRUE(labelBelow(GraphX(*g, 40)));
+    EXPECT_FALSE(labelBelow(x50));
+}
+
+TEST(VxGraph2D, YTickScreenOffsetsFollowValues)
+{
+    auto g = FramedGraph();
+    g->YAxis()->SetStart(-3); // labels every 2 from -2, majors every 1
+    g->YAxis()->SetStop(10);
+    g->EnsureCalculated();
+    const TVxAxis* y = g->PrimaryYAxis();
+    // The stored tick i has the value Start + i * step; it is drawn where that value maps.
+    for (int i = 0; i < y->TickCount(); i += 7) {
+        const double value = y->Start() + i * (y->Stop() - y->Start()) / (y->TickCount() - 1);
+        EXPECT_NEAR(y->TickScreenOffset(i), y->RealToIntPosition(value), 1);
+    }
+}
+
+TEST(VxGraph2D, ZeroOriginCrossesAxes)
+{
+    auto g = FramedGraph();
+    g->SetZeroOrigin(true);
+    g->XAxis()->SetStart(-50);
+    g->XAxis()->SetStop(50);
+    g->YAxis()->SetStart(-1);
+    g->YAxis()->SetStop(1);
+    g->EnsureCalculated();
+    const TVxAxis* x = g->PrimaryXAxis();
+    EXPECT_EQ(x->y() + x->LineY(), GraphY(*g, 0));
+    for (const TVxAxisPlacedLabel& l : x->LabelList())
+        EXPECT_NE(l.Text, "0");
+}
+
+TEST(VxGraph2D, SeriesRangesDriveTheAxes)
+{
+    QWidget form;
+    auto* g = new TVx2DGraph(&form);
+    auto* xs = new TVxLiveVector(&form);
+    auto* ys = new TVxLiveVector(&form);
+    for (double v : {0.3, 50.0, 97.0})
+        xs->Add(v);
+    for (double v : {1.0, 2.0, 3.0})
+        ys->Add(v);
+    auto* s = new TVxDataSeries(&form);
+    s->SetXData(xs);
+    s->SetYData(ys);
+    const QImage img = g->ToImage();
+    EXPECT_DOUBLE_EQ(g->PrimaryXAxis()->Start(), 0);
+    EXPECT_DOUBLE_EQ(g->PrimaryXAxis()->Stop(), 100);
+    EXPECT_DOUBLE_EQ(g->PrimaryYAxis()->Start(), 1);
+    EXPECT_DOUBLE_EQ(g->PrimaryYAxis()->Stop(), 3);
+    EXPECT_EQ(g->GetSeriesList().Count(), 1);
+    EXPECT_EQ(s->SettingsList().ReadString("Graph", "Title", "?"), "");
+}
+
+TEST(VxGraph2D, ZoomDragAndZoomBack)
+{
+    auto g = FramedGraph();
+    g->SetAutoZoom(true);
+    g->EnsureCalculated();
+    TVxDrawingWorld* w = g->DrawingWorld();
+    const TVxAxis* x = g->PrimaryXAxis();
+    // A drag along one row does not zoom.
+    Press(w, QEvent::MouseButtonPress, QPoint(10, 10));
+    Press(w, QEvent::MouseMove, QPoint(60, 10));
+    EXPECT_TRUE(w->Zooming());
+    Press(w, QEvent::MouseButtonRelease, QPoint(60, 10));
+    EXPECT_FALSE(w->Zooming());
+    EXPECT_FALSE(x->CanZoomBack());
+    // A real rectangle zooms both axes to the values under its edges.
+    const int x25 = x->RealToIntPosition(25);
+    const int x50 = x->RealToIntPosition(50);
+    const int y8 = g->PrimaryYAxis()->RealToIntPosition(8);
+    const int y4 = g->PrimaryYAxis()->RealToIntPosition(4);
+    Press(w, QEvent::MouseButtonPress, QPoint(x50, y4));
+    Press(w, QEvent::MouseMove, QPoint(x25, y8));
+    EXPECT_EQ(w->ZoomRect(), QRect(QPoint(x25, y8), QPoint(x50, y4)));
+    Press(w, QEvent::MouseButtonRelease, QPoint(x25, y8));
+    EXPECT_NEAR(x->Start(), 25, 0.5);
+    EXPECT_NEAR(x->Stop(), 50, 0.5);
+    EXPECT_NEAR(g->PrimaryYAxis()->Start(), 4, 0.05);
+    EXPECT_NEAR(g->PrimaryYAxis()->Stop(), 8, 0.05);
+    g->EnsureCalculated(); // the ends are rounded outward again
+    EXPECT_LE(x->Start(), 25);
+    EXPECT_GE(x->Stop(), 50);
+    EXPECT_LT(x->Stop() - x->Start(), 40);
+    g->ZoomBack();
+    EXPECT_EQ(x->Start(), 0);
+    EXPECT_EQ(x->Stop(), 100);
+}
+
+TEST(VxGraph2D, StartStopMarkersDrag)
+{
+    auto g = FramedGraph();
+    g->EnsureCalculated();
+    TVxDrawingWorld* w = g->DrawingWorld();
+    w->SetStartMarker(20);
+    w->SetStopMarker(80);
+    w->ShowStartStopMarkers();
+    int moved = 0;
+    w->SetOnMarkerMoved([&moved](QObject*) { ++moved; });
+    EXPECT_TRUE(w->NearStart(21));
+    EXPECT_FALSE(w->NearStart(22));
+    Press(w, QEvent::MouseButtonPress, QPoint(79, 30));
+    EXPECT_TRUE(w->DraggingStop());
+    Press(w, QEvent::MouseMove, QPoint(120, 30));
+    Press(w, QEvent::MouseMove, QPoint(w->width() + 5, 30)); // outside: ignored
+    Press(w, QEvent::MouseButtonRelease, QPoint(120, 30));
+    EXPECT_EQ(w->StopMarker(), 120);
+    EXPECT_EQ(moved, 1);
+    const QImage img = g->ToImage();
+    EXPECT_EQ(img.pixel(w->x() + 120, w->y() + 40), Black()); // inverted white
+}
+
+TEST(VxGraph2D, OutfitRoundTrip)
+{
+    TVx2DGraph a;
+    a.SetCaption("Spectrum");
+    a.SetShowTitle(true);
+    a.SetDataColor(clWhite);
+    a.SetZeroOrigin(true);
+    a.MinorGridY().SetVisible(true);
+    a.MinorGridY().SetColor(clTeal);
+    TVxIniList ini;
+    a.SaveOutfit(ini, "Graph");
+    EXPECT_EQ(ini.ReadInteger("Graph", "SeriesCount", -1), 0);
+    TVx2DGraph b;
+    b.LoadOutfit(ini, "Graph");
+    EXPECT_EQ(b.Caption(), "Spectrum");
+    EXPECT_TRUE(b.ShowTitle());
+    EXPECT_EQ(b.DataColor(), clWhite);
+    EXPECT_TRUE(b.ZeroOrigin());
+    EXPECT_TRUE(b.MinorGridY().Visible());
+    EXPECT_EQ(b.MinorGridY().Color(), clTeal);
+}
+
+TEST(VxGraph2D, MetafileClipboardAndFiles)
+{
+    auto g = FramedGraph();
+    g->PaintToMetafile();
+    const QPicture& pic = g->GetMetafile();
+    EXPECT_GT(pic.size(), 0u);
+    EXPECT_EQ(pic.boundingRect(), QRect(0, 0, 600, 400));
+    QImage replay(600, 400, QImage::Format_RGB32);
+    replay.fill(Qt::white);
+    {
+        QPainter p(&replay);
+        p.drawPicture(0, 0, pic);
+    }
+    const QRect world = g->DrawingWorld()->geometry();
+    EXPECT_EQ(replay.pixel(world.right(), world.center().y()), Black());
+
+    std::unique_ptr<QMimeData> mime(g->CreateMimeData());
+    EXPECT_TRUE(mime->hasFormat("image/svg+xml"));
+    EXPECT_TRUE(mime->hasImage());
+
+    QTemporaryDir dir;
+    for (const char* ext : {"svg", "pdf", "png"}) {
+        SCOPED_TRACE(ext);
+        const QString name = dir.filePath(QStringLiteral("graph.") + ext);
+        g->SaveToFile(name);
+        QFile f(name);
+        ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+        EXPECT_GT(f.size(), 100);
+    }
+    EXPECT_EQ(QImage(dir.filePath("graph.png")).size(), QSize(600, 400));
+    EXPECT_THROW(g->SaveToFile(dir.filePath("graph.bmpx")), EConvertError);
+    EXPECT_THROW(g->SaveToFile(dir.filePath("missing/graph.png")), EFCreateError);
+}
+
+TEST(VxGraph2D, SeriesListBasics)
+{
+    TVxSeriesList list;
+    auto* a = reinterpret_cast<TVxSeries*>(0x10);
+    auto* b = reinterpret_cast<TVxSeries*>(0x20);
+    list.Add(a);
+    list.Add(b);
+    list.Add(a);
+    EXPECT_EQ(list.Count(), 2);
+    list.Move(1, 0);
+    EXPECT_EQ(list[0], b);
+    list.Remove(b);
+    EXPECT_EQ(list.Count(), 1);
+    EXPECT_THROW(list.Items(3), EListError);
+}
