@@ -396,6 +396,12 @@ TEST(TVxLabel, AutoSizeAndXPositionAnchoring)
     label.SetXPosition(300);
     label.SetCaption("a much longer caption");
     EXPECT_EQ(label.x() + label.width(), 300);
+    // Also after a plain QWidget::move of the shown label.
+    parent.show();
+    label.move(100, 40);
+    label.SetCaption("short");
+    EXPECT_EQ(label.XPosition(), label.x() + label.width());
+    EXPECT_EQ(label.x() + label.width(), 100 + Measure("a much longer caption").Width);
 }
 
 TEST(TVxLabel, RotatedLabelContainsItsText)

@@ -533,6 +533,13 @@ void TVxCustomLabel::paintEvent(QPaintEvent*)
     Paint(canvas);
 }
 
+void TVxCustomLabel::moveEvent(QMoveEvent* event)
+{
+    QWidget::moveEvent(event);
+    if (!FPlacing && FAngle == 0)
+        FXPosition = x() + AnchorOffset();
+}
+
 // ---------------------------------------------------------------------------------
 // TVxLabel
 

@@ -125,6 +125,8 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    // Keeps XPosition on the left edge's anchor when the widget is moved directly.
+    void moveEvent(QMoveEvent* event) override;
 
 private:
     void ApplyXPosition();
