@@ -13,15 +13,30 @@
 // arrow component that is not finite counts as 0. (Values <= 0 on a logarithmic axis are
 // drawn at the axis start, as the axis maps them.)
 //
+// Cost. Appending to a live vector folds the new value into the ranges and maps the new
+// point in constant time. The pixel cache is kept while the axes' mapping is unchanged,
+// so a redraw after an append maps only the new points; a one-pixel solid line is drawn
+// from a per-pixel-column reduction of the points (see TVxPolylineReducer), and symbols on
+// raster devices are stamped from a pre-drawn sprite; both give the same pixels as
+// drawing every point.
+//
 // Lifetime. Axes, vectors, the graph and the parent series may be deleted in any order; a
 // series clears its references when they go (QObject::destroyed) and keeps working with
 // what is left.
 
 #include "vx/core/VxConsts.h"
+#include "vx/core/VxVector.h"
+#include "vx/graph/VxAxis.h"
+#include "vx/graph/VxDraw.h"
+#include "vx/platform/VxGraphics.h"
 
 #include <QObject>
+#include <QRect>
 #include <QPointer>
 #include <QString>
+#include <climits>
+#include <functional>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -30,54 +45,77 @@ namespace vx {
 class TCanvas;
 class TRange;
 class TVx2DGraph;
-class TVxAreaStyle;
-class TVxAxis;
 class TVxCustomRealVector;
 class TVxDrawingWorld;
 class TVxIniList;
-class TVxLineStyle;
+class TVxIntegerVector;
 class TVxPointVector;
+class TVxPolylineReducer;
 class TVxSeriesList;
+class TVxSymbolLayer;
+
+// Restores the canvas pen, brush and clip when a drawing step ends.
+class TVxCanvasStateGuard {
+public:
+    explicit TVxCanvasStateGuard(TCanvas& Canvas);
+    ~TVxCanvasStateGuard();
+    TVxCanvasStateGuard(const TVxCanvasStateGuard&) = delete;
+    TVxCanvasStateGuard& operator=(const TVxCanvasStateGuard&) = delete;
+
+private:
+    TCanvas& FCanvas;
+    TPen FPen;
+    TBrush FBrush;
+    bool FHadClip;
+    QRect FClip;
+};
 
 // Base of every series: axes, data vectors, ranges, pixel cache, line and area drawing,
 // children, captions and settings.
-// (Interface under construction; the implementation follows with the graph unit.)
-class TVxSeries : public QObject {
+class TVxSeries : public QObject, public IVxModifiable {
+    Q_OBJECT
+    Q_PROPERTY(bool IncludeInLegend READ IncludeInLegend WRITE SetIncludeInLegend)
+    Q_PROPERTY(QString Caption READ Caption WRITE SetCaption)
 
 public:
+    // Pixel coordinate marking a point that is not drawn.
+    static constexpr int CInvalidPixel = INT_MIN;
+
     explicit TVxSeries(QObject* AOwner = nullptr);
     ~TVxSeries() override;
 
     // --- Data binding ------------------------------------------------------------------
+    // Weight vector for calculated children (registers FOnWeightChanged with it).
     virtual void SetWeight(TVxCustomRealVector* Vector);
-    // The weight vector used by calculated children (a calculated series may use its parent's).
+    // The weight vector in force (a calculated series may use its parent's).
     virtual TVxCustomRealVector* GetWeight() const;
     virtual void SetXData(TVxCustomRealVector* Vector);
     virtual void SetYData(TVxCustomRealVector* Vector);
-    TVxCustomRealVector* XData() const;
-    TVxCustomRealVector* YData() const;
-    TVxCustomRealVector* Weight() const;
+    TVxCustomRealVector* XData() const { return FXData; }
+    TVxCustomRealVector* YData() const { return FYData; }
+    TVxCustomRealVector* Weight() const { return FWeight; }
 
     // Binds the series to an axis; through the axis's graph it also gets the drawing world.
     void SetXAxis(TVxAxis* Axis);
     void SetYAxis(TVxAxis* Axis);
-    TVxAxis* XAxis() const;
-    TVxAxis* YAxis() const;
-    TVxDrawingWorld* DrawingWorld() const;
-    // The graph that the x (else y) axis belongs to; nullptr when unbound.
+    TVxAxis* XAxis() const { return FXAxis; }
+    TVxAxis* YAxis() const { return FYAxis; }
+    TVxDrawingWorld* DrawingWorld() const { return FDrawingWorld; }
+    // The graph of the drawing world (else of an axis); nullptr when unbound.
     TVx2DGraph* Graph() const;
 
     // Smallest and largest x and y of the drawable points (start > stop while empty).
-    TRange* XRange() const;
-    TRange* YRange() const;
+    TRange* XRange() const { return FXRange.get(); }
+    TRange* YRange() const { return FYRange.get(); }
 
     // --- Points --------------------------------------------------------------------------
     // Number of points drawn: min(XData count, YData count), 0 when a vector is missing.
     int PointsCount() const { return FPointsCount; }
     // Pixel positions, in drawing-world coordinates, of the last CalculatePoints.
-    const TVxPointVector& Points() const;
-    // False for a point skipped because its x or y is NaN or infinite.
-    bool PointIsValid(int Index) const;
+    const TVxPointVector& Points() const { return *FPoints; }
+    // Pixel position of point Index; false for a point skipped because its x or y is NaN
+    // or infinite (or Index is outside 0..PointsCount-1).
+    bool PointAt(int Index, QPoint& P) const;
     virtual void SetPointsCount();
     virtual int XIdxNeeded() const;
     virtual int YIdxNeeded() const;
@@ -94,14 +132,18 @@ public:
 
     // --- Change propagation ----------------------------------------------------------------
     // Pixel positions must be recomputed; repaints the drawing world and refreshes legends.
-    void Modified();
+    void Modified() override;
     // Ranges and children must be recomputed as well.
     void RangesModified();
     // A child changed a setting: the ranges are rescanned before the next drawing.
     void ChildModified();
+    // Runs Calculate on every calculated child.
     void RecalculateChilds();
+    // Tells the graph's legends that the items changed.
     void UpdateLegend();
+    // Refresh after a design-time change: ranges, points and the graph.
     void DsgnUpdate();
+    // Redraws the graph when the series moved among its owner's children.
     void TestOrder();
     bool PointsDirty() const { return FPointsDirty; }
     bool RangesDirty() const { return FRangesDirty; }
@@ -113,25 +155,30 @@ public:
     virtual void FOnWeightChanged(int Index, bool AllChanged);
 
     // --- Dependent series ------------------------------------------------------------------
-    // The owned list of dependent series, freed (last first) with this series.
-    TVxSeriesList* Childs() const;
+    // The dependent series, freed (last first) with this series.
+    const TVxSeriesList& Childs() const { return *FChilds; }
+    // Enters a dependent series (it leaves the list by itself when destroyed).
+    void AddChild(TVxSeries* Child);
+    void RemoveChild(TVxSeries* Child);
     // Hooks for calculated series; a plain series is not one and ignores them.
     virtual bool IsCalculatedSeries() const { return false; }
     virtual void Calculate() {}
     virtual void CalculateLine() {}
 
     // --- Drawing -------------------------------------------------------------------------
-    // Draws the line, the area fill, the symbols and then the children. The canvas origin is
-    // the drawing world's top-left corner and it is clipped to the drawing world.
+    // Draws the area and line, the symbols and then the children. The canvas origin is the
+    // drawing world's top-left corner and it is clipped to the drawing world.
     void Draw(TCanvas& Canvas);
     virtual void DrawLine(TCanvas& Canvas);
     // Point symbols and error bars; the base draws none.
     virtual void DrawPoints(TCanvas& Canvas);
 
-    TVxLineStyle* LineStyle() const;
-    void SetLineStyle(const TVxLineStyle* Value);
-    TVxAreaStyle* AreaStyle() const;
-    void SetAreaStyle(const TVxAreaStyle* Value);
+    TVxLineStyle& LineStyle() const { return *FLineStyle; }
+    void SetLineStyle(const TVxLineStyle& Value);
+    TVxAreaStyle& AreaStyle() const { return *FAreaStyle; }
+    void SetAreaStyle(const TVxAreaStyle& Value);
+    // The graph's DataColor as copied on binding (background of xor fills).
+    TColor BackgroundColor() const { return FBackgroundColor; }
 
     // --- Value/pixel mapping in graph coordinates --------------------------------------------
     int RealToIntX(double Value) const;
@@ -139,9 +186,10 @@ public:
     double IntToRealX(int Pixel) const;
     double IntToRealY(int Pixel) const;
     // Index of the last point within Tolerance pixels (a square) of graph point (X, Y), or -1.
-    virtual int FindPoint(int X, int Y, int Tolerance) const;
+    Q_INVOKABLE virtual int FindPoint(int X, int Y, int Tolerance) const;
 
     // --- Captions ----------------------------------------------------------------------------
+    // The effective caption, shown in legends.
     QString Caption() const { return FCaption; }
     void SetCaption(const QString& S);
     bool DoUserCaption() const { return FDoUserCaption; }
@@ -155,12 +203,72 @@ public:
 
     // --- Settings ----------------------------------------------------------------------------
     // Private settings list (caption under "Datapoints"/"Caption"; results of children).
-    TVxIniList* SettingsList() const;
+    TVxIniList& SettingsList() const { return *FSettings; }
     virtual void WriteToIni(TVxIniList& List, const QString& Section) const;
     virtual void ReadFromIni(TVxIniList& List, const QString& Section);
 
 protected:
-    // Cached pixel positions (drawing-world coordinates) plus room for two closing points.
+    // Binds to the last graph among the owner's children (line and arrow series).
+    void BindToOwnerGraph();
+    // True for point Index (< PointsCount) when x and y are finite.
+    bool IsValidPoint(int Index) const;
+    // Whether x (y) of Index takes part in the range scan; by default a valid point.
+    virtual bool XScanValid(int Index) const { return IsValidPoint(Index); }
+    virtual bool YScanValid(int Index) const { return IsValidPoint(Index); }
+    // Marks point Index as not drawable.
+    void SetInvalidPoint(int Index);
+    // The pixel cache may be extended instead of recomputed when every vector it depends
+    // on reports its changes (live vectors).
+    virtual bool CanKeepPixels() const;
+    // Every pixel position must be recomputed (data replaced, cache unusable).
+    void InvalidatePixels();
+    // Point Index changed in place (not appended): the reduced line is rebuilt.
+    void PixelChanged(int Index);
+    // References to other components are watched by role: when the component is
+    // destroyed, ComponentRemoved(Role) clears the reference (the platform's Notification).
+    enum : int { wrXData, wrYData, wrWeight, wrXAxis, wrYAxis, wrDrawingWorld, wrFirstFree };
+    // Watches Obj under Role (replacing the previous watch of that role; null unwatches).
+    void Watch(int Role, QObject* Obj);
+    virtual void ComponentRemoved(int Role);
+    // Sets up a vector reference: unregisters Handler from the old vector, stores the new
+    // one, registers Handler; false when unchanged.
+    bool ReplaceVector(QPointer<TVxCustomRealVector>& Field, int Role, TVxCustomRealVector* Vector,
+                       void (TVxSeries::*Handler)(int, bool));
+    // True when this series is subscribed to Vector's notices with Handler (two series of
+    // one class share a slot, so only the later subscriber hears a shared vector).
+    bool Hears(const TVxCustomRealVector* Vector, void (TVxSeries::*Handler)(int, bool)) const;
+    // Maps points From..To-1 into the pixel cache; derived classes with their own
+    // CalculatePoint override it with CalculateEachPoint.
+    virtual void CalculatePointRange(int From, int To);
+    void CalculateEachPoint(int From, int To);
+    // Registers Range with Axis (hooks its change notice to the axis).
+    static void RegisterRange(TRange& Range, TVxAxis* Axis);
+    static void UnregisterRange(TRange& Range, TVxAxis* Axis);
+    // Pixel row of y = 0, for area fills and bars.
+    int ZeroPixelY() const;
+    // Brush colour that fills hollow symbols.
+    TColor SymbolBackground() const;
+    // Symbols are drawn unclipped unless both axes are zoomed in, so that symbols at the
+    // plot's edge show whole; runs Body under that rule and restores the clip.
+    void WithSymbolClipping(TCanvas& Canvas, const std::function<void()>& Body);
+    // Draws the symbol of every valid point.
+    void DrawSymbols(TCanvas& Canvas, const TVxPointStyle& Style, TColor Background);
+    // The incremental range step: offers Lo and Hi of point Index to Range, keeping the
+    // indexes of the extremes; when Index holds an extreme whose value moved (or became
+    // invalid) calls Rescan instead. True when the range changed or was rescanned.
+    static bool FoldIntoRange(TRange& Range, int Index, bool Valid, double Lo, double Hi, int& MinIdx,
+                              int& MaxIdx, const std::function<void()>& Rescan);
+    // Sets Range to (Start, Stop) unless it already is (the range announces every set).
+    static bool SetRangeIfChanged(TRange& Range, double Start, double Stop);
+    // |D| / Scale rounded to whole pixels (0 for a degenerate scale, clamped far out).
+    static int PixelLength(double D, double Scale);
+    // Value of vector V at Index when it exists and is finite, else 0.
+    static double ComponentValue(const TVxCustomRealVector* V, int Index);
+    // Before drawing: points and children up to date; false when the graph is updating.
+    bool PrepareDrawing();
+    // Rebuilds (or extends) the reduced polyline from the pixel cache.
+    void UpdateReducedLine();
+
     std::unique_ptr<TVxPointVector> FPoints;
     std::unique_ptr<TRange> FXRange;
     std::unique_ptr<TRange> FYRange;
@@ -168,12 +276,17 @@ protected:
     std::unique_ptr<TVxAreaStyle> FAreaStyle;
     std::unique_ptr<TVxSeriesList> FChilds;
     std::unique_ptr<TVxIniList> FSettings;
+    std::unique_ptr<TVxPolylineReducer> FReducer;
+    std::unique_ptr<TVxSymbolLayer> FSymbolLayer;
+    // Changes whenever a pixel position may have changed (keys the symbol layer).
+    quint64 FPixelsVersion = 0;
     QPointer<TVxCustomRealVector> FXData;
     QPointer<TVxCustomRealVector> FYData;
     QPointer<TVxCustomRealVector> FWeight;
     QPointer<TVxAxis> FXAxis;
     QPointer<TVxAxis> FYAxis;
     QPointer<TVxDrawingWorld> FDrawingWorld;
+    std::map<int, QMetaObject::Connection> FWatches;
     bool FPointsDirty = true;
     bool FRangesDirty = false;
     bool FChildsDirty = false;
@@ -183,23 +296,113 @@ protected:
     QString FCaption;
     QString FUserCaption;
     QString FAutoCaption;
+    TColor FBackgroundColor = clBtnFace;
     int FPointsCount = 0;
+    int FComponentIndex = -1;
     int FXMinIdx = -1;
     int FXMaxIdx = -1;
     int FYMinIdx = -1;
     int FYMaxIdx = -1;
+    // Pixel cache: the first FCachedCount points are mapped with FCachedXMap/FCachedYMap.
+    int FCachedCount = 0;
+    TVxAxisMap FCachedXMap;
+    TVxAxisMap FCachedYMap;
+    // The reduced polyline holds the first FReducedCount cached points.
+    int FReducedCount = 0;
 };
 
 // A series that holds its own data vectors (the type of a calculated series' parent).
 class TVxNotCalculatedSeries : public TVxSeries {
+    Q_OBJECT
 public:
     explicit TVxNotCalculatedSeries(QObject* AOwner = nullptr);
 };
 
 // A line series; on creation it binds to the last graph among its owner's children.
 class TVxLineSeries : public TVxNotCalculatedSeries {
+    Q_OBJECT
 public:
     explicit TVxLineSeries(QObject* AOwner = nullptr);
+};
+
+// A line series with point symbols.
+class TVxDataSeries : public TVxLineSeries {
+    Q_OBJECT
+public:
+    explicit TVxDataSeries(QObject* AOwner = nullptr);
+    ~TVxDataSeries() override;
+
+    TVxPointStyle& PointStyle() const { return *FPointStyle; }
+    void SetPointStyle(const TVxPointStyle& Value);
+
+    void DrawPoints(TCanvas& Canvas) override;
+    void WriteToIni(TVxIniList& List, const QString& Section) const override;
+    void ReadFromIni(TVxIniList& List, const QString& Section) override;
+
+protected:
+    std::unique_ptr<TVxPointStyle> FPointStyle;
+};
+
+// A data series with error bars: each point gets bars of |dXMinus|, |dXPlus|, |dYMinus|
+// and |dYPlus| (data units, converted linearly even on logarithmic axes) with caps of
+// PointStyle.Size half-length. Error bars widen the ranges while symbols are shown.
+class TVxDataWithErrorSeries : public TVxDataSeries {
+    Q_OBJECT
+public:
+    explicit TVxDataWithErrorSeries(QObject* AOwner = nullptr);
+    ~TVxDataWithErrorSeries() override;
+
+    TVxCustomRealVector* dXPlus() const { return FdXPlus; }
+    void SetdXPlus(TVxCustomRealVector* Vector);
+    TVxCustomRealVector* dXMinus() const { return FdXMinus; }
+    void SetdXMinus(TVxCustomRealVector* Vector);
+    TVxCustomRealVector* dYPlus() const { return FdYPlus; }
+    void SetdYPlus(TVxCustomRealVector* Vector);
+    TVxCustomRealVector* dYMinus() const { return FdYMinus; }
+    void SetdYMinus(TVxCustomRealVector* Vector);
+    TColor ErrorIndicatorsColor() const { return FErrorIndicatorsColor; }
+    void SetErrorIndicatorsColor(TColor Value);
+
+    // Error of point Index (absolute; 0 when symbols are hidden, the vector is missing or
+    // too short, or the value is not finite).
+    double XPlus(int Index) const;
+    double XMinus(int Index) const;
+    double YPlus(int Index) const;
+    double YMinus(int Index) const;
+    // Pixel length of each bar, per point (as long as the error vector).
+    const TVxIntegerVector& dXPlusLength() const { return *FLengths[0]; }
+    const TVxIntegerVector& dXMinusLength() const { return *FLengths[1]; }
+    const TVxIntegerVector& dYPlusLength() const { return *FLengths[2]; }
+    const TVxIntegerVector& dYMinusLength() const { return *FLengths[3]; }
+
+    void GetNewXStartStop() override;
+    void GetNewYStartStop() override;
+    void CalcXValue(int Index) override;
+    void CalcYValue(int Index) override;
+    void CalculatePoint(int Index) override;
+    void DrawPoints(TCanvas& Canvas) override;
+    void WriteToIni(TVxIniList& List, const QString& Section) const override;
+    void ReadFromIni(TVxIniList& List, const QString& Section) override;
+
+protected:
+    bool CanKeepPixels() const override;
+    enum : int { wrdXPlus = wrFirstFree, wrdXMinus, wrdYPlus, wrdYMinus };
+    void ComponentRemoved(int Role) override;
+    void CalculatePointRange(int From, int To) override { CalculateEachPoint(From, To); }
+
+private:
+    // Folds [v - minus, v + plus] of point Index into Range; rescans through Rescan when
+    // Index holds an extreme.
+    void FoldWithErrors(int Index, bool XSide);
+    void ScanWithErrors(bool XSide);
+
+    QPointer<TVxCustomRealVector> FdXPlus;
+    QPointer<TVxCustomRealVector> FdXMinus;
+    QPointer<TVxCustomRealVector> FdYPlus;
+    QPointer<TVxCustomRealVector> FdYMinus;
+    TColor FErrorIndicatorsColor = clBlack;
+    // dXPlus, dXMinus, dYPlus, dYMinus pixel lengths.
+    std::unique_ptr<TVxIntegerVector> FLengths[4];
 };
 
 } // namespace vx

@@ -1,0 +1,206 @@
+#include "vx/series/VxArrowSeries.h"
+
+#include "vx/core/VxLargeIni.h"
+#include "vx/core/VxRange.h"
+#include "vx/core/VxVector.h"
+#include "vx/graph/VxGraph2D.h"
+#include "vx/platform/VxCanvas.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vx {
+
+TVxArrowSeries::TVxArrowSeries(QObject* AOwner)
+    : TVxNotCalculatedSeries(AOwner), FTipX(std::make_unique<TVxIntegerVector>()),
+      FTipY(std::make_unique<TVxIntegerVector>())
+{
+    BindToOwnerGraph();
+}
+
+TVxArrowSeries::~TVxArrowSeries()
+{
+    FDestroying = true;
+    if (FdXData)
+        FdXData->IChangedList().Remove(this, &TVxSeries::FOnXIChanged);
+    if (FdYData)
+        FdYData->IChangedList().Remove(this, &TVxSeries::FOnYIChanged);
+}
+
+void TVxArrowSeries::SetTipLength(int Value)
+{
+    if (FTipLength == Value)
+        return;
+    FTipLength = Value;
+    Modified();
+}
+
+void TVxArrowSeries::SetTipWidth(int Value)
+{
+    if (FTipWidth == Value)
+        return;
+    FTipWidth = Value;
+    Modified();
+}
+
+void TVxArrowSeries::SetDX(TVxCustomRealVector* Vector)
+{
+    if (ReplaceVector(FdXData, wrdXData, Vector, &TVxSeries::FOnXIChanged))
+        RangesModified();
+}
+
+void TVxArrowSeries::SetDY(TVxCustomRealVector* Vector)
+{
+    if (ReplaceVector(FdYData, wrdYData, Vector, &TVxSeries::FOnYIChanged))
+        RangesModified();
+}
+
+void TVxArrowSeries::ComponentRemoved(int Role)
+{
+    if (Role != wrdXData && Role != wrdYData) {
+        TVxNotCalculatedSeries::ComponentRemoved(Role);
+        return;
+    }
+    (Role == wrdXData ? FdXData : FdYData) = nullptr;
+    InvalidatePixels();
+    if (!FDestroying) {
+        RangesModified();
+        CalculatePoints();
+        if (TVx2DGraph* g = Graph())
+            g->Modified();
+    }
+}
+
+bool TVxArrowSeries::CanKeepPixels() const
+{
+    auto heard = [this](const TVxCustomRealVector* v, void (TVxSeries::*h)(int, bool)) {
+        return !v || ((qobject_cast<const TVxLiveVector*>(v) || qobject_cast<const TVxDBVector*>(v)) && Hears(v, h));
+    };
+    return TVxNotCalculatedSeries::CanKeepPixels() && heard(FdXData, &TVxSeries::FOnXIChanged)
+           && heard(FdYData, &TVxSeries::FOnYIChanged);
+}
+
+double TVxArrowSeries::GetDX(int I) const
+{
+    return FLineStyle->Visible() ? ComponentValue(FdXData, I) : 0.0;
+}
+
+double TVxArrowSeries::GetDY(int I) const
+{
+    return FLineStyle->Visible() ? ComponentValue(FdYData, I) : 0.0;
+}
+
+void TVxArrowSeries::Scan(bool XSide)
+{
+    const TVxCustomRealVector* data = XSide ? FXData : FYData;
+    const int n = std::min(FPointsCount, data ? data->Count() : 0);
+    double mn = CVxMaxReal, mx = CVxMinReal;
+    int& minIdx = XSide ? FXMinIdx : FYMinIdx;
+    int& maxIdx = XSide ? FXMaxIdx : FYMaxIdx;
+    minIdx = maxIdx = -1;
+    for (int i = 0; i < n; ++i) {
+        if (!IsValidPoint(i))
+            continue;
+        const double start = data->Data()[i];
+        const double end = start + (XSide ? GetDX(i) : GetDY(i));
+        for (double v : {end, start}) {
+            if (v < mn) {
+                mn = v;
+                minIdx = i;
+            }
+            if (v > mx) {
+                mx = v;
+                maxIdx = i;
+            }
+        }
+    }
+    SetRangeIfChanged(XSide ? *FXRange : *FYRange, mn, mx);
+    Modified();
+}
+
+void TVxArrowSeries::GetNewXStartStop()
+{
+    Scan(true);
+}
+
+void TVxArrowSeries::GetNewYStartStop()
+{
+    Scan(false);
+}
+
+void TVxArrowSeries::Fold(int Index, bool XSide)
+{
+    const TVxCustomRealVector* data = XSide ? FXData : FYData;
+    if (!data || Index < 0 || Index >= data->Count())
+        return;
+    const double start = data->Data()[Index];
+    const double end = start + (XSide ? GetDX(Index) : GetDY(Index));
+    if (FoldIntoRange(*(XSide ? FXRange : FYRange), Index, IsValidPoint(Index), std::min(start, end),
+                      std::max(start, end), XSide ? FXMinIdx : FYMinIdx, XSide ? FXMaxIdx : FYMaxIdx,
+                      [this, XSide] { Scan(XSide); }))
+        Modified();
+}
+
+void TVxArrowSeries::CalcXValue(int Index)
+{
+    Fold(Index, true);
+}
+
+void TVxArrowSeries::CalcYValue(int Index)
+{
+    Fold(Index, false);
+}
+
+void TVxArrowSeries::CalculatePoint(int Index)
+{
+    TVxNotCalculatedSeries::CalculatePoint(Index);
+    if (Index < 0 || Index >= FPointsCount || !FXAxis || !FYAxis)
+        return;
+    QPoint p;
+    if (!PointAt(Index, p)) {
+        FTipX->SetValue(Index, CInvalidPixel);
+        FTipY->SetValue(Index, CInvalidPixel);
+        return;
+    }
+    // Signed offsets; screen y grows downward.
+    const double dx = GetDX(Index), dy = GetDY(Index);
+    const int lx = PixelLength(dx, FXAxis->Scale());
+    const int ly = PixelLength(dy, FYAxis->Scale());
+    FTipX->SetValue(Index, p.x() + (dx < 0 ? -lx : lx));
+    FTipY->SetValue(Index, p.y() - (dy < 0 ? -ly : ly));
+}
+
+void TVxArrowSeries::DrawLine(TCanvas& Canvas)
+{
+    if (!FXAxis || !FYAxis || !PrepareDrawing() || !FLineStyle->Visible())
+        return;
+    TVxCanvasStateGuard guard(Canvas);
+    TPen pen;
+    FLineStyle->ApplyTo(pen);
+    pen.SetMode(pmCopy);
+    Canvas.SetPen(pen);
+    WithSymbolClipping(Canvas, [&] {
+        const int n = std::min({FPointsCount, FTipX->Count(), FTipY->Count()});
+        for (int i = 0; i < n; ++i) {
+            QPoint p;
+            if (PointAt(i, p))
+                DrawArrow(p.x(), p.y(), FTipX->Value(i), FTipY->Value(i), FTipLength, FTipWidth, Canvas);
+        }
+    });
+}
+
+void TVxArrowSeries::WriteToIni(TVxIniList& List, const QString& Section) const
+{
+    TVxNotCalculatedSeries::WriteToIni(List, Section);
+    List.WriteInteger(Section, QStringLiteral("TipLength"), FTipLength);
+    List.WriteInteger(Section, QStringLiteral("TipWidth"), FTipWidth);
+}
+
+void TVxArrowSeries::ReadFromIni(TVxIniList& List, const QString& Section)
+{
+    TVxNotCalculatedSeries::ReadFromIni(List, Section);
+    SetTipLength(List.ReadInteger(Section, QStringLiteral("TipLength"), FTipLength));
+    SetTipWidth(List.ReadInteger(Section, QStringLiteral("TipWidth"), FTipWidth));
+}
+
+} // namespace vx

@@ -1,0 +1,413 @@
+#include "vx/series/VxBarSeries.h"
+
+#include "vx/core/VxLargeIni.h"
+#include "vx/core/VxRange.h"
+#include "vx/core/VxVector.h"
+#include "vx/graph/VxGraph2D.h"
+#include "vx/platform/VxCanvas.h"
+#include "vx/platform/VxComponent.h"
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+#include <limits>
+
+namespace vx {
+
+namespace {
+
+constexpr int kInvalidPixel = INT_MIN;
+
+// Round to nearest, ties to even (the platform's Round).
+int RoundInt(double V)
+{
+    return int(std::nearbyint(V));
+}
+
+double ValueAt(const TVxCustomRealVector* V, int I)
+{
+    return (V && I >= 0 && I < V->Count()) ? V->Data()[I] : std::numeric_limits<double>::quiet_NaN();
+}
+
+// (byte div 10) * Factor per colour byte, each kept in 8 bits (a light shade of a byte above
+// 199 wraps, as the original drawing did).
+TColor Shade(TColor Color, int Factor)
+{
+    const TColor rgb = ColorToRGB(Color);
+    return RGB((GetRValue(rgb) / 10) * Factor, (GetGValue(rgb) / 10) * Factor, (GetBValue(rgb) / 10) * Factor);
+}
+
+// Number of bars of a series from its vectors (edges - 1, capped at the values).
+int BarsOf(const TVxCustomRealVector* Edges, const TVxCustomRealVector* Values)
+{
+    if (!Edges || !Values)
+        return 0;
+    return std::max(0, std::min(Edges->Count() - 1, Values->Count()));
+}
+
+} // namespace
+
+TVxBarSeries::TVxBarSeries(QObject* AOwner) : TVxLineSeries(AOwner)
+{
+    FLineStyle->SetColor(clBlue);
+    FAreaStyle->SetColor(clNavy);
+    FAreaStyle->SetDrawXOred(false);
+    FXRange->SetStartStop(0.0, 0.0);
+    FYRange->SetStartStop(0.0, 0.0);
+}
+
+void TVxBarSeries::SetShow3DBars(bool Value)
+{
+    if (FShow3DBars == Value)
+        return;
+    FShow3DBars = Value;
+    RangesModified();
+}
+
+void TVxBarSeries::SetBarHorizontal(bool Value)
+{
+    if (FBarHorizontal == Value)
+        return;
+    FBarHorizontal = Value;
+    RangesModified();
+}
+
+void TVxBarSeries::SetShiftOverlays(bool Value)
+{
+    if (FShiftOverlays == Value)
+        return;
+    FShiftOverlays = Value;
+    if (Value)
+        FStackOverlays = false;
+    RangesModified();
+}
+
+void TVxBarSeries::SetStackOverlays(bool Value)
+{
+    if (FStackOverlays == Value)
+        return;
+    FStackOverlays = Value;
+    if (Value)
+        FShiftOverlays = false;
+    RangesModified();
+}
+
+void TVxBarSeries::SetDepthPercent(double Value)
+{
+    if (FDepthPercent == Value)
+        return;
+    FDepthPercent = Value;
+    RangesModified();
+}
+
+void TVxBarSeries::SetBarsGapPercent(double Value)
+{
+    if (FBarsGapPercent == Value)
+        return;
+    FBarsGapPercent = Value;
+    RangesModified();
+}
+
+QList<TVxBarSeries*> TVxBarSeries::StackList() const
+{
+    QList<TVxBarSeries*> list;
+    for (const auto& s : FStackList)
+        if (s)
+            list.append(s);
+    return list;
+}
+
+void TVxBarSeries::RebuildStackList()
+{
+    FStackList.clear();
+    if (!FStackOverlays || !parent())
+        return;
+    for (TVxBarSeries* s : ComponentsOf<TVxBarSeries>(parent())) {
+        if (s == this)
+            break;
+        if (s->FStackOverlays && s->FBarHorizontal == FBarHorizontal && s->ClassAxis() == ClassAxis())
+            FStackList.append(s);
+    }
+}
+
+void TVxBarSeries::SetPointsCount()
+{
+    if (FStackOverlays)
+        RebuildStackList();
+    else
+        FStackList.clear();
+    FBarCount = BarsOf(EdgeData(), ValueData());
+    const int count = FBarCount > 0 ? FBarCount + 1 : 0;
+    if (count != FPointsCount)
+        ++FPixelsVersion;
+    FPointsCount = count;
+    FPoints->SetCount(count);
+    InvalidatePixels();
+}
+
+int TVxBarSeries::XIdxNeeded() const
+{
+    const int n = FXData ? FXData->Count() : 0;
+    return FBarHorizontal ? std::min(n, FBarCount) : std::min(n, FBarCount + 1);
+}
+
+int TVxBarSeries::YIdxNeeded() const
+{
+    const int n = FYData ? FYData->Count() : 0;
+    return FBarHorizontal ? std::min(n, FBarCount + 1) : std::min(n, FBarCount);
+}
+
+double TVxBarSeries::StackBase(int I) const
+{
+    double base = 0.0;
+    for (const auto& s : FStackList)
+        if (s && BarsOf(s->EdgeData(), s->ValueData()) > I)
+            base += ValueAt(s->ValueData(), I);
+    return base;
+}
+
+double TVxBarSeries::StackedValue(int I) const
+{
+    return ValueAt(ValueData(), I) + (FStackOverlays ? StackBase(I) : 0.0);
+}
+
+double TVxBarSeries::GetY(int I) const
+{
+    return FBarHorizontal ? ValueAt(FYData, I) : StackedValue(I);
+}
+
+double TVxBarSeries::GetX(int I) const
+{
+    return FBarHorizontal ? StackedValue(I) : ValueAt(FXData, I);
+}
+
+void TVxBarSeries::ScanClassRange()
+{
+    const TVxCustomRealVector* edges = EdgeData();
+    TRange& range = FBarHorizontal ? *FYRange : *FXRange;
+    const int n = FBarHorizontal ? YIdxNeeded() : XIdxNeeded();
+    double mn = CVxMaxReal, mx = CVxMinReal;
+    for (int i = 0; i < n; ++i) {
+        const double e = edges->Data()[i];
+        if (!std::isfinite(e))
+            continue;
+        mn = std::min(mn, e);
+        mx = std::max(mx, e);
+    }
+    // A block's depth reaches beyond the last class by a share of its width.
+    if (FShow3DBars && n >= 2 && mn <= mx) {
+        const double w = std::fabs(edges->Data()[n - 1] - edges->Data()[n - 2]);
+        const double share = (1.0 - FBarsGapPercent / 100.0) * FDepthPercent / (FBarHorizontal ? 400.0 : 240.0);
+        if (std::isfinite(w) && share > 0.0)
+            mx += w * share;
+    }
+    if (range.Start() != mn || range.Stop() != mx)
+        range.SetStartStop(mn, mx);
+}
+
+void TVxBarSeries::ScanValueRange()
+{
+    TRange& range = FBarHorizontal ? *FXRange : *FYRange;
+    double mn = CVxMaxReal, mx = CVxMinReal;
+    for (int i = 0; i < FBarCount; ++i) {
+        const double top = StackedValue(i);
+        if (!std::isfinite(top))
+            continue;
+        mn = std::min({mn, top, 0.0});
+        mx = std::max({mx, top, 0.0});
+    }
+    if (range.Start() != mn || range.Stop() != mx)
+        range.SetStartStop(mn, mx);
+}
+
+void TVxBarSeries::GetNewXStartStop()
+{
+    if (FBarHorizontal)
+        ScanValueRange();
+    else if (FXData)
+        ScanClassRange();
+    Modified();
+}
+
+void TVxBarSeries::GetNewYStartStop()
+{
+    if (!FBarHorizontal)
+        ScanValueRange();
+    else if (FYData)
+        ScanClassRange();
+    Modified();
+}
+
+// Bars are few and a stacked bar depends on other series: a change rescans.
+void TVxBarSeries::CalcXValue(int)
+{
+    GetNewXStartStop();
+}
+
+void TVxBarSeries::CalcYValue(int)
+{
+    GetNewYStartStop();
+}
+
+void TVxBarSeries::CalculatePoint(int Index)
+{
+    if (Index < 0 || Index >= FPointsCount || !FXAxis || !FYAxis)
+        return;
+    ++FPixelsVersion;
+    auto pixel = [](TVxAxis* axis, const TVxCustomRealVector* v, int i, double value) {
+        if (!v || i >= v->Count())
+            return 0;
+        return std::isfinite(value) ? axis->RealToIntPosition(value) : kInvalidPixel;
+    };
+    FPoints->SetValue(Index, QPoint(pixel(FXAxis, FXData, Index, GetX(Index)), pixel(FYAxis, FYData, Index, GetY(Index))));
+}
+
+void TVxBarSeries::OverlayGroup(int& N, int& K, double& Gap, double& Depth) const
+{
+    N = K = 1;
+    Gap = FBarsGapPercent;
+    Depth = FDepthPercent;
+    if (!FShiftOverlays || !parent())
+        return;
+    int n = 0, k = 0;
+    for (TVxBarSeries* s : ComponentsOf<TVxBarSeries>(parent())) {
+        if (s->FBarHorizontal != FBarHorizontal || s->ClassAxis() != ClassAxis() || s->EdgeData() != EdgeData())
+            continue;
+        ++n;
+        if (s == this)
+            k = n;
+        Gap = std::max(Gap, s->FBarsGapPercent);
+        Depth = std::max(Depth, s->FDepthPercent);
+    }
+    if (k > 0) {
+        N = n;
+        K = k;
+    }
+}
+
+bool TVxBarSeries::BarRect(int I, int N, int K, double Gap, double Depth, TBarRect& R) const
+{
+    const QPoint* p = FPoints->GetPointer(0);
+    const QPoint a = p[I], b = p[I + 1];
+    const int c0 = FBarHorizontal ? a.y() : a.x();
+    const int c1 = FBarHorizontal ? b.y() : b.x();
+    const int top = FBarHorizontal ? a.x() : a.y();
+    if (c0 == kInvalidPixel || c1 == kInvalidPixel || top == kInvalidPixel)
+        return false;
+    const double base = FStackOverlays && !FStackList.isEmpty() ? StackBase(I) : 0.0;
+    if (!std::isfinite(base))
+        return false;
+    const int bottom = ValueAxis()->RealToIntPosition(base);
+
+    // Class width, gaps on both sides, this series' share of the bar, depth.
+    const int w = c1 - c0;
+    const int gap = RoundInt(w * Gap / 200.0);
+    const int bw = w - 2 * gap;
+    R.DX = RoundInt(std::abs(bw) * Depth / 240.0);
+    R.DY = RoundInt(std::abs(bw) * Depth / 400.0);
+    const int lo = c0 + gap + RoundInt(double(bw) / N * (K - 1));
+    const int hi = c0 + gap + RoundInt(double(bw) / N * K);
+    if (FBarHorizontal) {
+        R.Left = std::min(bottom, top);
+        R.Right = std::max(bottom, top);
+        R.Top = std::min(lo, hi);
+        R.Bottom = std::max(lo, hi);
+    } else {
+        R.Left = std::min(lo, hi);
+        R.Right = std::max(lo, hi);
+        R.Top = std::min(top, bottom);
+        R.Bottom = std::max(top, bottom);
+    }
+    return true;
+}
+
+void TVxBarSeries::DrawLine(TCanvas& Canvas)
+{
+    if (!FXAxis || !FYAxis || !PrepareDrawing())
+        return;
+    if (!FLineStyle->Visible() && !FAreaStyle->Visible())
+        return;
+    if (FBarCount < 1 || FPoints->Count() < FBarCount + 1)
+        return;
+    TVxCanvasStateGuard guard(Canvas);
+    int n, k;
+    double gap, depth;
+    OverlayGroup(n, k, gap, depth);
+
+    TPen pen;
+    pen.SetStyle(FLineStyle->Visible() ? FLineStyle->Style() : psClear);
+    pen.SetWidth(FLineStyle->Width());
+    TBrush brush;
+    brush.SetStyle(FAreaStyle->Visible() ? FAreaStyle->Style() : bsClear);
+    const bool xored = FAreaStyle->DrawXOred() && !FShow3DBars;
+    if (xored) {
+        pen.SetMode(pmXor);
+        pen.SetColor(ColorToRGB(FLineStyle->Color()) ^ ColorToRGB(FBackgroundColor));
+        brush.SetColor(ColorToRGB(FAreaStyle->Color()) ^ ColorToRGB(FBackgroundColor));
+    } else {
+        pen.SetMode(pmCopy);
+        pen.SetColor(FLineStyle->Color());
+        brush.SetColor(FAreaStyle->Color());
+    }
+    Canvas.SetPen(pen);
+    Canvas.SetBrush(brush);
+    const TColor light = Shade(FAreaStyle->Color(), 13);
+    const TColor dark = Shade(FAreaStyle->Color(), 6);
+
+    WithSymbolClipping(Canvas, [&] {
+        for (int i = FBarCount - 1; i >= 0; --i) {
+            TBarRect r;
+            if (!BarRect(i, n, k, gap, depth, r))
+                continue;
+            if (FShow3DBars)
+                Draw3DBar(r.Left, r.Top, r.Right, r.Bottom, r.DX, r.DY, FAreaStyle->Color(), light, dark, Canvas);
+            else
+                Canvas.Rectangle(r.Left, r.Top, r.Right, r.Bottom);
+        }
+    });
+}
+
+int TVxBarSeries::FindPoint(int X, int Y, int Tolerance) const
+{
+    if (FDrawingWorld) {
+        X -= FDrawingWorld->x();
+        Y -= FDrawingWorld->y();
+    }
+    int found = -1;
+    const QPoint* p = FPoints->Count() > 0 ? FPoints->GetPointer(0) : nullptr;
+    for (int i = 0; p && i < FBarCount && i + 1 < FPoints->Count(); ++i) {
+        const int c = FBarHorizontal ? Y : X, v = FBarHorizontal ? X : Y;
+        const int c0 = FBarHorizontal ? p[i].y() : p[i].x();
+        const int c1 = FBarHorizontal ? p[i + 1].y() : p[i + 1].x();
+        const int top = FBarHorizontal ? p[i].x() : p[i].y();
+        if (c0 == kInvalidPixel || c1 == kInvalidPixel || top == kInvalidPixel)
+            continue;
+        if (std::min(c0, c1) <= c && c <= std::max(c0, c1) && std::abs(v - top) <= Tolerance)
+            found = i;
+    }
+    return found;
+}
+
+void TVxBarSeries::WriteToIni(TVxIniList& List, const QString& Section) const
+{
+    TVxLineSeries::WriteToIni(List, Section);
+    List.WriteBool(Section, QStringLiteral("ShiftOverlays"), FShiftOverlays);
+    List.WriteBool(Section, QStringLiteral("StackOverlays"), FStackOverlays);
+    List.WriteBool(Section, QStringLiteral("Show3DBars"), FShow3DBars);
+    List.WriteBool(Section, QStringLiteral("BarHorizontal"), FBarHorizontal);
+    List.WriteReal(Section, QStringLiteral("DepthPercent"), FDepthPercent);
+    List.WriteReal(Section, QStringLiteral("BarsGapPercent"), FBarsGapPercent);
+}
+
+void TVxBarSeries::ReadFromIni(TVxIniList& List, const QString& Section)
+{
+    TVxLineSeries::ReadFromIni(List, Section);
+    SetShiftOverlays(List.ReadBool(Section, QStringLiteral("ShiftOverlays"), FShiftOverlays));
+    SetStackOverlays(List.ReadBool(Section, QStringLiteral("StackOverlays"), FStackOverlays));
+    SetShow3DBars(List.ReadBool(Section, QStringLiteral("Show3DBars"), FShow3DBars));
+    SetBarHorizontal(List.ReadBool(Section, QStringLiteral("BarHorizontal"), FBarHorizontal));
+    SetDepthPercent(List.ReadReal(Section, QStringLiteral("DepthPercent"), FDepthPercent));
+    SetBarsGapPercent(List.ReadReal(Section, QStringLiteral("BarsGapPercent"), FBarsGapPercent));
+}
+
+} // namespace vx

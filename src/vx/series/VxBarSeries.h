@@ -1,0 +1,110 @@
+#pragma once
+// Bar charts and histograms: each bar covers one class between two consecutive class
+// edges and has the height of the class value.
+//
+// Upright bars take the class edges from XData (one more value than there are bars) and
+// the heights from YData; lying bars (BarHorizontal) take the edges from YData and the
+// lengths from XData. Bars stand on the value 0, so the value range always includes 0.
+// Several bar series on the same class axis and edges can share each class side by side
+// (ShiftOverlays: the earlier series in its owner's children is on the left) or stand on
+// each other (StackOverlays: a series stands on the bar series with StackOverlays created
+// before it on the same class axis). Show3DBars draws blocks whose depth is DepthPercent
+// of the bar width; the class range then widens by the depth of the last bar.
+//
+// A bar whose edge or value is NaN or infinite is not drawn.
+
+#include "vx/series/VxDataSeries.h"
+
+#include <QList>
+
+namespace vx {
+
+class TVxBarSeries : public TVxLineSeries {
+    Q_OBJECT
+    Q_PROPERTY(bool ShiftOverlays READ ShiftOverlays WRITE SetShiftOverlays)
+    Q_PROPERTY(bool StackOverlays READ StackOverlays WRITE SetStackOverlays)
+    Q_PROPERTY(bool Show3DBars READ Show3DBars WRITE SetShow3DBars)
+    Q_PROPERTY(bool BarHorizontal READ BarHorizontal WRITE SetBarHorizontal)
+    Q_PROPERTY(double DepthPercent READ DepthPercent WRITE SetDepthPercent)
+    Q_PROPERTY(double BarsGapPercent READ BarsGapPercent WRITE SetBarsGapPercent)
+
+public:
+    // Blue outline, navy fill drawn in copy mode.
+    explicit TVxBarSeries(QObject* AOwner = nullptr);
+
+    bool Show3DBars() const { return FShow3DBars; }
+    void SetShow3DBars(bool Value);
+    // Bars lie along the x axis; the classes are on the y axis.
+    bool BarHorizontal() const { return FBarHorizontal; }
+    void SetBarHorizontal(bool Value);
+    // Shares each class with the other bar series on the same edges (turns stacking off).
+    bool ShiftOverlays() const { return FShiftOverlays; }
+    void SetShiftOverlays(bool Value);
+    // Stands on the earlier stacked bar series (turns shifting off).
+    bool StackOverlays() const { return FStackOverlays; }
+    void SetStackOverlays(bool Value);
+    // Depth of 3D bars in percent of the bar width (default 50).
+    double DepthPercent() const { return FDepthPercent; }
+    void SetDepthPercent(double Value);
+    // Gap between neighbouring classes in percent of the class width (default 0).
+    double BarsGapPercent() const { return FBarsGapPercent; }
+    void SetBarsGapPercent(double Value);
+
+    // Number of bars drawn: (edge count - 1), capped at the value count.
+    int BarCount() const { return FBarCount; }
+    // The stacked series below this one, bottom first (rebuilt by SetPointsCount).
+    QList<TVxBarSeries*> StackList() const;
+    // Top of bar I in data units: the own value plus the values of the series below.
+    double GetY(int I) const;
+    double GetX(int I) const;
+
+    void SetPointsCount() override;
+    int XIdxNeeded() const override;
+    int YIdxNeeded() const override;
+    void GetNewXStartStop() override;
+    void GetNewYStartStop() override;
+    void CalcXValue(int Index) override;
+    void CalcYValue(int Index) override;
+    void CalculatePoint(int Index) override;
+    void DrawLine(TCanvas& Canvas) override;
+    // The last bar whose top edge lies within Tolerance of graph point (X, Y), or -1.
+    int FindPoint(int X, int Y, int Tolerance) const override;
+    void WriteToIni(TVxIniList& List, const QString& Section) const override;
+    void ReadFromIni(TVxIniList& List, const QString& Section) override;
+
+protected:
+    bool CanKeepPixels() const override { return false; }
+    void CalculatePointRange(int From, int To) override { CalculateEachPoint(From, To); }
+
+private:
+    // Pixel geometry of one drawn bar.
+    struct TBarRect {
+        int Left, Top, Right, Bottom, DX, DY;
+    };
+    // The class and value vectors for the orientation.
+    TVxCustomRealVector* EdgeData() const { return FBarHorizontal ? FYData : FXData; }
+    TVxCustomRealVector* ValueData() const { return FBarHorizontal ? FXData : FYData; }
+    TVxAxis* ClassAxis() const { return FBarHorizontal ? FYAxis : FXAxis; }
+    TVxAxis* ValueAxis() const { return FBarHorizontal ? FXAxis : FYAxis; }
+    // Value of bar I plus those below it (the bar's top), NaN when not finite.
+    double StackedValue(int I) const;
+    // Value where bar I starts (0, or the top of the series below).
+    double StackBase(int I) const;
+    void RebuildStackList();
+    // n and k of the overlay group, and the group's gap and depth percentages.
+    void OverlayGroup(int& N, int& K, double& Gap, double& Depth) const;
+    bool BarRect(int I, int N, int K, double Gap, double Depth, TBarRect& R) const;
+    void ScanClassRange();
+    void ScanValueRange();
+
+    bool FShow3DBars = false;
+    bool FBarHorizontal = false;
+    bool FShiftOverlays = false;
+    bool FStackOverlays = false;
+    double FDepthPercent = 50.0;
+    double FBarsGapPercent = 0.0;
+    int FBarCount = 0;
+    QList<QPointer<TVxBarSeries>> FStackList;
+};
+
+} // namespace vx

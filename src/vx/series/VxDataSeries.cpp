@@ -1,0 +1,1357 @@
+#include "vx/series/VxDataSeries.h"
+
+#include "vx/core/VxLargeIni.h"
+#include "vx/core/VxRange.h"
+#include "vx/core/VxVector.h"
+#include "vx/graph/VxGraph2D.h"
+#include "vx/platform/VxCanvas.h"
+#include "vx/platform/VxComponent.h"
+#include "vx/series/VxPolylineReducer.h"
+#include "vx/series/VxSymbolStamp.h"
+
+#include <QRandomGenerator>
+#include <algorithm>
+#include <climits>
+#include <cmath>
+
+namespace vx {
+
+namespace {
+
+constexpr int kInvalidPixel = TVxSeries::CInvalidPixel;
+
+// Pixel lengths beyond this are clamped (far outside any plot, safe for the painter).
+constexpr double kMaxPixelLength = 1.0e6;
+
+bool Notifies(const TVxCustomRealVector* V)
+{
+    return qobject_cast<const TVxLiveVector*>(V) || qobject_cast<const TVxDBVector*>(V);
+}
+
+int CountOf(const TVxCustomRealVector* V)
+{
+    return V ? V->Count() : 0;
+}
+
+} // namespace
+
+int TVxSeries::PixelLength(double D, double Scale)
+{
+    if (!(Scale > 0.0) || !std::isfinite(D))
+        return 0;
+    const double l = std::fabs(D) / Scale;
+    return l > kMaxPixelLength ? int(kMaxPixelLength) : int(std::nearbyint(l));
+}
+
+TVxCanvasStateGuard::TVxCanvasStateGuard(TCanvas& Canvas)
+    : FCanvas(Canvas), FPen(Canvas.Pen()), FBrush(Canvas.Brush()), FHadClip(Canvas.HasClip()),
+      FClip(Canvas.ClipRect())
+{
+}
+
+TVxCanvasStateGuard::~TVxCanvasStateGuard()
+{
+    FCanvas.SetPen(FPen);
+    FCanvas.SetBrush(FBrush);
+    FCanvas.ClearClip();
+    if (FHadClip)
+        FCanvas.IntersectClipRect(FClip);
+}
+
+// ---------------------------------------------------------------------------------------
+// TVxSeries: construction and references
+// ---------------------------------------------------------------------------------------
+
+TVxSeries::TVxSeries(QObject* AOwner)
+    : QObject(AOwner), FPoints(std::make_unique<TVxPointVector>(1024)),
+      FXRange(std::make_unique<TRange>()), FYRange(std::make_unique<TRange>()),
+      FLineStyle(std::make_unique<TVxLineStyle>(this)), FAreaStyle(std::make_unique<TVxAreaStyle>(this)),
+      FChilds(std::make_unique<TVxSeriesList>()), FSettings(std::make_unique<TVxIniList>()),
+      FReducer(std::make_unique<TVxPolylineReducer>()), FSymbolLayer(std::make_unique<TVxSymbolLayer>())
+{
+    FAreaStyle->SetVisible(false);
+    FPointsDirty = true;
+    if (IsDesigning(this))
+        FComponentIndex = AOwner ? AOwner->children().indexOf(this) : -1;
+}
+
+TVxSeries::~TVxSeries()
+{
+    FDestroying = true;
+    Destroying(this);
+    for (auto& w : FWatches)
+        disconnect(w.second);
+    FWatches.clear();
+    if (FDrawingWorld)
+        FDrawingWorld->SeriesList().Remove(this);
+    if (FXData)
+        FXData->IChangedList().Remove(this, &TVxSeries::FOnXIChanged);
+    if (FYData)
+        FYData->IChangedList().Remove(this, &TVxSeries::FOnYIChanged);
+    if (FWeight)
+        FWeight->IChangedList().Remove(this, &TVxSeries::FOnWeightChanged);
+    for (TVxAxis* axis : {FXAxis.data(), FYAxis.data()}) {
+        if (!axis)
+            continue;
+        UnregisterRange(*FXRange, axis);
+        UnregisterRange(*FYRange, axis);
+        axis->RedoRanges();
+    }
+    // Dependent series do not outlive their parent.
+    while (FChilds->Count() > 0) {
+        TVxSeries* child = FChilds->Items(FChilds->Count() - 1);
+        FChilds->Remove(child);
+        delete child;
+    }
+    if (FDrawingWorld)
+        FDrawingWorld->update();
+}
+
+void TVxSeries::Watch(int Role, QObject* Obj)
+{
+    auto it = FWatches.find(Role);
+    if (it != FWatches.end()) {
+        disconnect(it->second);
+        FWatches.erase(it);
+    }
+    if (Obj)
+        FWatches[Role] = connect(Obj, &QObject::destroyed, this, [this, Role]() {
+            FWatches.erase(Role);
+            ComponentRemoved(Role);
+        });
+}
+
+void TVxSeries::ComponentRemoved(int Role)
+{
+    switch (Role) {
+    case wrXAxis:
+    case wrYAxis:
+        (Role == wrXAxis ? FXAxis : FYAxis) = nullptr;
+        (Role == wrXAxis ? FXRange : FYRange)->SetOnChanged(nullptr);
+        InvalidatePixels();
+        if (!FDestroying)
+            RangesModified();
+        break;
+    case wrXData:
+    case wrYData:
+        (Role == wrXData ? FXData : FYData) = nullptr;
+        InvalidatePixels();
+        if (!FDestroying) {
+            RangesModified();
+            CalculatePoints();
+            if (TVx2DGraph* g = Graph())
+                g->Modified();
+        }
+        break;
+    case wrWeight:
+        FWeight = nullptr;
+        break;
+    case wrDrawingWorld:
+        FDrawingWorld = nullptr;
+        break;
+    default:
+        break;
+    }
+}
+
+bool TVxSeries::ReplaceVector(QPointer<TVxCustomRealVector>& Field, int Role, TVxCustomRealVector* Vector,
+                              void (TVxSeries::*Handler)(int, bool))
+{
+    if (Field && Field != Vector)
+        Field->IChangedList().Remove(this, Handler);
+    if (Field == Vector)
+        return false;
+    Field = Vector;
+    Watch(Role, Vector);
+    if (Vector)
+        Vector->IChangedList().Add(this, Handler);
+    InvalidatePixels();
+    return true;
+}
+
+bool TVxSeries::Hears(const TVxCustomRealVector* Vector, void (TVxSeries::*Handler)(int, bool)) const
+{
+    if (!Vector)
+        return true;
+    const QByteArray key = TVxValueIChangedList::MethodKey(Handler);
+    const TVxValueIChangedList& list = Vector->IChangedList();
+    for (int i = 0; i < list.Count(); ++i) {
+        const auto& entry = list.Items(i);
+        if (entry.Key == key)
+            return entry.Receiver == this;
+    }
+    return false;
+}
+
+void TVxSeries::RegisterRange(TRange& Range, TVxAxis* Axis)
+{
+    QPointer<TVxAxis> axis(Axis);
+    Range.SetOnChanged([axis](TRange* R) {
+        if (axis)
+            axis->ValuesRangeChanged(R);
+    });
+    Axis->ValueRanges().Add(&Range);
+}
+
+void TVxSeries::UnregisterRange(TRange& Range, TVxAxis* Axis)
+{
+    Axis->ValueRanges().Remove(&Range);
+}
+
+void TVxSeries::BindToOwnerGraph()
+{
+    TVx2DGraph* graph = qobject_cast<TVx2DGraph*>(parent());
+    if (!graph)
+        for (TVx2DGraph* g : ComponentsOf<TVx2DGraph>(parent()))
+            graph = g;
+    if (!graph)
+        return;
+    SetXAxis(graph->XAxis());
+    SetYAxis(graph->YAxis());
+    if (FDrawingWorld != graph->DrawingWorld()) {
+        FDrawingWorld = graph->DrawingWorld();
+        Watch(wrDrawingWorld, FDrawingWorld);
+    }
+}
+
+TVx2DGraph* TVxSeries::Graph() const
+{
+    if (FDrawingWorld)
+        return FDrawingWorld->Graph();
+    if (FXAxis)
+        return FXAxis->Graph();
+    return FYAxis ? FYAxis->Graph() : nullptr;
+}
+
+void TVxSeries::SetXAxis(TVxAxis* Axis)
+{
+    if (FXAxis == Axis)
+        return;
+    if (FXAxis)
+        UnregisterRange(*FXRange, FXAxis);
+    FXRange->SetOnChanged(nullptr);
+    FXAxis = Axis;
+    Watch(wrXAxis, Axis);
+    if (FDrawingWorld)
+        FDrawingWorld->SeriesList().Remove(this);
+    InvalidatePixels();
+    TVx2DGraph* graph = Axis ? Axis->Graph() : nullptr;
+    if (graph) {
+        FDrawingWorld = graph->DrawingWorld();
+        Watch(wrDrawingWorld, FDrawingWorld);
+        if (!IsCalculatedSeries())
+            FDrawingWorld->SeriesList().Add(this);
+        FBackgroundColor = graph->DataColor();
+        graph->Modified();
+    } else {
+        Modified();
+    }
+    if (Axis && qobject_cast<TVxLiveVector*>(FXData.data()))
+        RegisterRange(*FXRange, Axis);
+}
+
+void TVxSeries::SetYAxis(TVxAxis* Axis)
+{
+    if (FYAxis == Axis)
+        return;
+    if (FYAxis)
+        UnregisterRange(*FYRange, FYAxis);
+    FYRange->SetOnChanged(nullptr);
+    FYAxis = Axis;
+    Watch(wrYAxis, Axis);
+    if (FDrawingWorld)
+        FDrawingWorld->SeriesList().Remove(this);
+    InvalidatePixels();
+    TVx2DGraph* graph = Axis ? Axis->Graph() : nullptr;
+    if (graph) {
+        FDrawingWorld = graph->DrawingWorld();
+        Watch(wrDrawingWorld, FDrawingWorld);
+        if (!IsCalculatedSeries())
+            FDrawingWorld->SeriesList().Add(this);
+        FBackgroundColor = graph->DataColor();
+        graph->Modified();
+    } else {
+        Modified();
+    }
+    if (Axis && qobject_cast<TVxLiveVector*>(FYData.data()))
+        RegisterRange(*FYRange, Axis);
+}
+
+void TVxSeries::SetXData(TVxCustomRealVector* Vector)
+{
+    TVxAxis* axis = FXAxis;
+    if (axis && FXData != Vector)
+        UnregisterRange(*FXRange, axis);
+    if (!ReplaceVector(FXData, wrXData, Vector, &TVxSeries::FOnXIChanged))
+        return;
+    if (Vector && axis)
+        RegisterRange(*FXRange, axis);
+    if (Vector && IsDesigning(this) && Vector->Count() == 0)
+        for (int i = 0; i < 10; ++i)
+            Vector->SetValue(i, 10.0 * i + 10.0 * QRandomGenerator::global()->generateDouble());
+    if (IsDesigning(this))
+        DsgnUpdate();
+    else
+        RangesModified();
+}
+
+void TVxSeries::SetYData(TVxCustomRealVector* Vector)
+{
+    TVxAxis* axis = FYAxis;
+    if (axis && FYData != Vector)
+        UnregisterRange(*FYRange, axis);
+    if (!ReplaceVector(FYData, wrYData, Vector, &TVxSeries::FOnYIChanged))
+        return;
+    if (Vector && axis)
+        RegisterRange(*FYRange, axis);
+    if (Vector && IsDesigning(this) && Vector->Count() == 0)
+        for (int i = 0; i < 10; ++i)
+            Vector->SetValue(i, 10.0 * i + 10.0 * QRandomGenerator::global()->generateDouble());
+    if (IsDesigning(this))
+        DsgnUpdate();
+    else
+        RangesModified();
+}
+
+void TVxSeries::SetWeight(TVxCustomRealVector* Vector)
+{
+    if (FWeight)
+        FWeight->IChangedList().Remove(this, &TVxSeries::FOnWeightChanged);
+    FWeight = Vector;
+    Watch(wrWeight, Vector);
+    if (Vector)
+        Vector->IChangedList().Add(this, &TVxSeries::FOnWeightChanged);
+}
+
+TVxCustomRealVector* TVxSeries::GetWeight() const
+{
+    return FWeight;
+}
+
+void TVxSeries::FOnWeightChanged(int, bool) {}
+
+// ---------------------------------------------------------------------------------------
+// Points and ranges
+// ---------------------------------------------------------------------------------------
+
+void TVxSeries::SetPointsCount()
+{
+    const int count = (FXData && FYData) ? std::min(FXData->Count(), FYData->Count()) : 0;
+    if (count != FPointsCount)
+        ++FPixelsVersion;
+    FPointsCount = count;
+    FPoints->SetCount(FPointsCount);
+    if (FCachedCount > FPointsCount)
+        FCachedCount = FPointsCount;
+    if (FReducedCount > FPointsCount) {
+        FReducer->Clear();
+        FReducedCount = 0;
+    }
+}
+
+int TVxSeries::XIdxNeeded() const
+{
+    return std::min(CountOf(FXData), FPointsCount);
+}
+
+int TVxSeries::YIdxNeeded() const
+{
+    return std::min(CountOf(FYData), FPointsCount);
+}
+
+bool TVxSeries::IsValidPoint(int Index) const
+{
+    if (Index < 0 || Index >= FPointsCount || !FXData || !FYData || Index >= FXData->Count()
+        || Index >= FYData->Count())
+        return false;
+    return std::isfinite(FXData->Data()[Index]) && std::isfinite(FYData->Data()[Index]);
+}
+
+bool TVxSeries::PointAt(int Index, QPoint& P) const
+{
+    if (Index < 0 || Index >= FPointsCount || Index >= FPoints->Count())
+        return false;
+    P = FPoints->Value(Index);
+    return P.x() != kInvalidPixel;
+}
+
+void TVxSeries::SetInvalidPoint(int Index)
+{
+    ++FPixelsVersion;
+    FPoints->SetValue(Index, QPoint(kInvalidPixel, kInvalidPixel));
+}
+
+namespace {
+
+// Smallest and largest of the values that Valid accepts, with the index of the first
+// occurrence of each; indexes -1 when none.
+template <class Value, class Valid>
+void ScanRange(int Count, Value value, Valid valid, double& Min, int& MinIdx, double& Max, int& MaxIdx)
+{
+    Min = CVxMaxReal;
+    Max = CVxMinReal;
+    MinIdx = MaxIdx = -1;
+    for (int i = 0; i < Count; ++i) {
+        if (!valid(i))
+            continue;
+        const double v = value(i);
+        if (v < Min) {
+            Min = v;
+            MinIdx = i;
+        }
+        if (v > Max) {
+            Max = v;
+            MaxIdx = i;
+        }
+    }
+}
+
+} // namespace
+
+bool TVxSeries::SetRangeIfChanged(TRange& Range, double Start, double Stop)
+{
+    if (Range.Start() == Start && Range.Stop() == Stop)
+        return false;
+    Range.SetStartStop(Start, Stop);
+    return true;
+}
+
+void TVxSeries::GetNewXStartStop()
+{
+    double mn, mx;
+    const double* x = FXData ? FXData->Data() : nullptr;
+    ScanRange(
+        XIdxNeeded(), [x](int i) { return x[i]; }, [this](int i) { return XScanValid(i); }, mn, FXMinIdx, mx,
+        FXMaxIdx);
+    SetRangeIfChanged(*FXRange, mn, mx);
+    Modified();
+}
+
+void TVxSeries::GetNewYStartStop()
+{
+    double mn, mx;
+    const double* y = FYData ? FYData->Data() : nullptr;
+    ScanRange(
+        YIdxNeeded(), [y](int i) { return y[i]; }, [this](int i) { return YScanValid(i); }, mn, FYMinIdx, mx,
+        FYMaxIdx);
+    SetRangeIfChanged(*FYRange, mn, mx);
+    Modified();
+}
+
+bool TVxSeries::FoldIntoRange(TRange& Range, int Index, bool Valid, double Lo, double Hi, int& MinIdx, int& MaxIdx,
+                              const std::function<void()>& Rescan)
+{
+    if (Index == MinIdx || Index == MaxIdx) {
+        // An extreme point changed: unless it is still exactly where it was, the range may
+        // have to shrink, which only a rescan can tell.
+        const bool same = Valid && (Index != MinIdx || Lo == Range.Start()) && (Index != MaxIdx || Hi == Range.Stop());
+        if (!same)
+            Rescan();
+        return !same;
+    }
+    if (!Valid)
+        return false;
+    bool changed = false;
+    for (double v : {Lo, Hi}) {
+        const TRangeChangedResult answer = Range.IfRangeChanged(v);
+        if (answer == rgMinChanged || answer == rgBothChanged)
+            MinIdx = Index;
+        if (answer == rgMaxChanged || answer == rgBothChanged)
+            MaxIdx = Index;
+        changed = changed || answer != rgNotChanged;
+        if (Hi == Lo)
+            break;
+    }
+    return changed;
+}
+
+void TVxSeries::CalcXValue(int Index)
+{
+    if (!FXData || Index < 0 || Index >= FXData->Count())
+        return;
+    const double v = FXData->Data()[Index];
+    if (FoldIntoRange(*FXRange, Index, XScanValid(Index), v, v, FXMinIdx, FXMaxIdx, [this] { GetNewXStartStop(); }))
+        Modified();
+}
+
+void TVxSeries::CalcYValue(int Index)
+{
+    if (!FYData || Index < 0 || Index >= FYData->Count())
+        return;
+    const double v = FYData->Data()[Index];
+    if (FoldIntoRange(*FYRange, Index, YScanValid(Index), v, v, FYMinIdx, FYMaxIdx, [this] { GetNewYStartStop(); }))
+        Modified();
+}
+
+void TVxSeries::CalculatePoint(int Index)
+{
+    if (Index < 0 || Index >= FPointsCount || !FXAxis || !FYAxis)
+        return;
+    if (!IsValidPoint(Index)) {
+        SetInvalidPoint(Index);
+        return;
+    }
+    ++FPixelsVersion;
+    FPoints->SetValue(Index, QPoint(FXAxis->RealToIntPosition(FXData->Data()[Index]),
+                                    FYAxis->RealToIntPosition(FYData->Data()[Index])));
+}
+
+void TVxSeries::CalculateEachPoint(int From, int To)
+{
+    for (int i = From; i < To; ++i)
+        CalculatePoint(i);
+}
+
+void TVxSeries::CalculatePointRange(int From, int To)
+{
+    if (From >= To || !FXAxis || !FYAxis)
+        return;
+    ++FPixelsVersion;
+    const TVxAxisMap xm = FXAxis->Map();
+    const TVxAxisMap ym = FYAxis->Map();
+    const double* x = FXData->Data();
+    const double* y = FYData->Data();
+    QPoint* p = FPoints->GetPointer(0);
+    for (int i = From; i < To; ++i) {
+        if (std::isfinite(x[i]) && std::isfinite(y[i]))
+            p[i] = QPoint(xm.RealToIntPosition(x[i]), ym.RealToIntPosition(y[i]));
+        else
+            p[i] = QPoint(kInvalidPixel, kInvalidPixel);
+    }
+}
+
+bool TVxSeries::CanKeepPixels() const
+{
+    return Notifies(FXData) && Notifies(FYData) && Hears(FXData, &TVxSeries::FOnXIChanged)
+           && Hears(FYData, &TVxSeries::FOnYIChanged);
+}
+
+void TVxSeries::InvalidatePixels()
+{
+    ++FPixelsVersion;
+    FCachedCount = 0;
+    FReducedCount = 0;
+    FReducer->Clear();
+}
+
+void TVxSeries::PixelChanged(int Index)
+{
+    if (Index < FReducedCount) {
+        FReducer->Clear();
+        FReducedCount = 0;
+    }
+}
+
+void TVxSeries::CalculatePoints()
+{
+    if (!FXData || !FYData || !FXAxis || !FYAxis) {
+        FPointsCount = 0;
+        FPoints->SetCount(0);
+        InvalidatePixels();
+        return;
+    }
+    SetPointsCount();
+    const bool degenerate = FPointsCount > 0
+                            && (FXRange->Start() >= FXRange->Stop() || FYRange->Start() >= FYRange->Stop());
+    if (FRangesDirty || degenerate) {
+        const double x0 = FXRange->Start(), x1 = FXRange->Stop(), y0 = FYRange->Start(), y1 = FYRange->Stop();
+        GetNewXStartStop();
+        GetNewYStartStop();
+        Modified();
+        FRangesDirty = false;
+        FChildsDirty = true;
+        const bool changed = x0 != FXRange->Start() || x1 != FXRange->Stop() || y0 != FYRange->Start()
+                             || y1 != FYRange->Stop();
+        // A changed range rescales the axes, and the redraw that follows maps the points;
+        // an unchanged one (also one that stays degenerate: one point, or all values
+        // equal) is mapped now, so that the graph does not redraw forever.
+        if (changed) {
+            if (TVx2DGraph* g = Graph())
+                g->Modified();
+            return;
+        }
+    }
+    for (TVxSeries* child : *FChilds) {
+        if (child->IsCalculatedSeries())
+            child->CalculateLine();
+        child->Modified();
+    }
+    const TVxAxisMap& xm = FXAxis->Map();
+    const TVxAxisMap& ym = FYAxis->Map();
+    if (!CanKeepPixels() || !(xm == FCachedXMap) || !(ym == FCachedYMap)) {
+        InvalidatePixels();
+        FCachedXMap = xm;
+        FCachedYMap = ym;
+    }
+    CalculatePointRange(FCachedCount, FPointsCount);
+    FCachedCount = FPointsCount;
+    FPointsDirty = false;
+}
+
+void TVxSeries::FOnXIChanged(int Index, bool AllChanged)
+{
+    FChildsDirty = true;
+    const int oldCount = FPointsCount;
+    SetPointsCount();
+    if (!AllChanged) {
+        for (int i = oldCount; i < FPointsCount; ++i)
+            CalcYValue(i);
+        for (int i = oldCount; i < FPointsCount - 1; ++i)
+            CalcXValue(i);
+        for (int i = oldCount; i < FPointsCount - 1; ++i)
+            CalculatePoint(i);
+    }
+    if (Index > FPointsCount)
+        return;
+    if (AllChanged) {
+        InvalidatePixels();
+        RangesModified();
+        return;
+    }
+    CalcXValue(Index);
+    CalculatePoint(Index);
+    PixelChanged(Index);
+    if (FDrawingWorld)
+        FDrawingWorld->update();
+}
+
+void TVxSeries::FOnYIChanged(int Index, bool AllChanged)
+{
+    FChildsDirty = true;
+    const int oldCount = FPointsCount;
+    SetPointsCount();
+    if (!AllChanged) {
+        for (int i = oldCount; i < FPointsCount; ++i)
+            CalcXValue(i);
+        for (int i = oldCount; i < FPointsCount - 1; ++i)
+            CalcYValue(i);
+        for (int i = oldCount; i < FPointsCount - 1; ++i)
+            CalculatePoint(i);
+    }
+    if (Index > FPointsCount)
+        return;
+    if (AllChanged) {
+        InvalidatePixels();
+        RangesModified();
+        return;
+    }
+    CalcYValue(Index);
+    CalculatePoint(Index);
+    PixelChanged(Index);
+    if (FDrawingWorld)
+        FDrawingWorld->update();
+}
+
+// ---------------------------------------------------------------------------------------
+// Change propagation
+// ---------------------------------------------------------------------------------------
+
+void TVxSeries::Modified()
+{
+    FPointsDirty = true;
+    UpdateLegend();
+    if (FDrawingWorld)
+        FDrawingWorld->update();
+}
+
+void TVxSeries::RangesModified()
+{
+    FChildsDirty = true;
+    FRangesDirty = true;
+    Modified();
+}
+
+void TVxSeries::ChildModified()
+{
+    FRangesDirty = true;
+    Modified();
+}
+
+void TVxSeries::RecalculateChilds()
+{
+    for (TVxSeries* child : *FChilds)
+        if (child->IsCalculatedSeries())
+            child->Calculate();
+    FChildsDirty = false;
+}
+
+void TVxSeries::UpdateLegend()
+{
+    if (FDestroying)
+        return;
+    if (TVx2DGraph* g = Graph())
+        for (QWidget* w : g->Legends())
+            if (auto* legend = dynamic_cast<IVxGraphLegend*>(w))
+                legend->ItemsModified();
+}
+
+void TVxSeries::DsgnUpdate()
+{
+    if (!IsDesigning(this))
+        return;
+    RangesModified();
+    CalculatePoints();
+    if (TVx2DGraph* g = Graph())
+        g->Modified();
+}
+
+void TVxSeries::TestOrder()
+{
+    const int index = parent() ? parent()->children().indexOf(this) : -1;
+    if (index == FComponentIndex)
+        return;
+    FComponentIndex = index;
+    if (TVx2DGraph* g = Graph())
+        g->Modified();
+}
+
+void TVxSeries::AddChild(TVxSeries* Child)
+{
+    if (!Child || Child == this || FChilds->Contains(Child))
+        return;
+    FChilds->Add(Child);
+    connect(Child, &QObject::destroyed, this, [this, Child]() { FChilds->Remove(Child); });
+}
+
+void TVxSeries::RemoveChild(TVxSeries* Child)
+{
+    if (!Child || !FChilds->Contains(Child))
+        return;
+    FChilds->Remove(Child);
+    disconnect(Child, &QObject::destroyed, this, nullptr);
+}
+
+// ---------------------------------------------------------------------------------------
+// Drawing
+// ---------------------------------------------------------------------------------------
+
+int TVxSeries::ZeroPixelY() const
+{
+    return FYAxis ? FYAxis->RealToIntPosition(0.0) : 0;
+}
+
+TColor TVxSeries::SymbolBackground() const
+{
+    TVx2DGraph* g = Graph();
+    if (!g)
+        return FBackgroundColor;
+    if (g->DataColor() == clBtnFace && g->PaintingToMetafile())
+        return clWhite;
+    return g->DataColor();
+}
+
+bool TVxSeries::PrepareDrawing()
+{
+    TVx2DGraph* g = Graph();
+    if (!g)
+        return false;
+    g->BeginUpdate();
+    if (FPointsDirty)
+        CalculatePoints();
+    if (FChildsDirty)
+        RecalculateChilds();
+    g->EndUpdate();
+    return g->NotUpdating();
+}
+
+void TVxSeries::UpdateReducedLine()
+{
+    const QPoint* p = FPoints->GetPointer(0);
+    for (int i = FReducedCount; i < FPointsCount; ++i) {
+        if (p[i].x() == kInvalidPixel)
+            FReducer->Break();
+        else
+            FReducer->Add(p[i]);
+    }
+    FReducedCount = FPointsCount;
+}
+
+void TVxSeries::Draw(TCanvas& Canvas)
+{
+    DrawLine(Canvas);
+    DrawPoints(Canvas);
+    for (TVxSeries* child : *FChilds)
+        child->Draw(Canvas);
+}
+
+void TVxSeries::DrawLine(TCanvas& Canvas)
+{
+    if (!FXAxis || !FYAxis)
+        return;
+    if (!PrepareDrawing())
+        return;
+    if ((!FLineStyle->Visible() && !FAreaStyle->Visible()) || FPointsCount < 2)
+        return;
+    TVxCanvasStateGuard guard(Canvas);
+    const QPoint* p = FPoints->GetPointer(0);
+
+    // Area: each unbroken run closed along the pixel row of y = 0.
+    if (FAreaStyle->Visible()) {
+        const int y0 = ZeroPixelY();
+        TPen pen = Canvas.Pen();
+        pen.SetWidth(0);
+        pen.SetStyle(psClear);
+        const bool xored = FAreaStyle->DrawXOred();
+        pen.SetMode(xored ? pmXor : pmCopy);
+        Canvas.SetPen(pen);
+        FAreaStyle->ApplyTo(Canvas.Brush());
+        if (xored)
+            Canvas.Brush().SetColor(ColorToRGB(FAreaStyle->Color()) ^ ColorToRGB(FBackgroundColor));
+        std::vector<QPoint> polygon;
+        for (int i = 0; i < FPointsCount;) {
+            while (i < FPointsCount && p[i].x() == kInvalidPixel)
+                ++i;
+            const int first = i;
+            while (i < FPointsCount && p[i].x() != kInvalidPixel)
+                ++i;
+            if (i - first < 2)
+                continue;
+            polygon.assign(p + first, p + i);
+            polygon.emplace_back(p[i - 1].x(), y0);
+            polygon.emplace_back(p[first].x(), y0);
+            Canvas.Polygon(polygon);
+        }
+        Canvas.Pen().SetMode(pmCopy);
+    }
+
+    // Line, in pieces; a one-pixel solid pen draws the per-column reduction.
+    if (FLineStyle->Visible()) {
+        TPen pen;
+        FLineStyle->ApplyTo(pen);
+        if (pen.Width() == 1)
+            pen.SetWidth(0);
+        pen.SetMode(pmCopy);
+        Canvas.SetPen(pen);
+        if (pen.Width() == 0 && pen.Style() == psSolid) {
+            UpdateReducedLine();
+            for (const auto& run : FReducer->Runs())
+                DrawPolyline(run.Points, run.Count, Canvas);
+        } else {
+            for (int i = 0; i < FPointsCount;) {
+                while (i < FPointsCount && p[i].x() == kInvalidPixel)
+                    ++i;
+                const int first = i;
+                while (i < FPointsCount && p[i].x() != kInvalidPixel)
+                    ++i;
+                if (i - first >= 2)
+                    DrawPolyline(p + first, i - first, Canvas);
+            }
+        }
+    }
+}
+
+void TVxSeries::DrawPoints(TCanvas&) {}
+
+void TVxSeries::WithSymbolClipping(TCanvas& Canvas, const std::function<void()>& Body)
+{
+    const bool zoomed = FXAxis && FYAxis && FXAxis->CanZoomBack() && FYAxis->CanZoomBack();
+    if (zoomed) {
+        Body();
+        return;
+    }
+    const bool hadClip = Canvas.HasClip();
+    const QRect clip = Canvas.ClipRect();
+    Canvas.ClearClip();
+    Body();
+    if (hadClip)
+        Canvas.IntersectClipRect(clip);
+}
+
+void TVxSeries::DrawSymbols(TCanvas& Canvas, const TVxPointStyle& Style, TColor Background)
+{
+    Canvas.Pen().SetWidth(Style.Width());
+    Canvas.Pen().SetColor(Style.Color());
+    Canvas.Pen().SetMode(pmCopy);
+    Canvas.Brush().SetColor(Background);
+    FSymbolLayer->Draw(Canvas, FPoints->GetPointer(0), FPointsCount, kInvalidPixel, Style.Style(), Style.Size(),
+                       FPixelsVersion);
+}
+
+// ---------------------------------------------------------------------------------------
+// Mapping, captions, styles
+// ---------------------------------------------------------------------------------------
+
+int TVxSeries::RealToIntX(double Value) const
+{
+    if (!FXAxis)
+        return 0;
+    return FXAxis->RealToIntPosition(Value) + (FDrawingWorld ? FDrawingWorld->x() : 0);
+}
+
+int TVxSeries::RealToIntY(double Value) const
+{
+    if (!FYAxis)
+        return 0;
+    return FYAxis->RealToIntPosition(Value) + (FDrawingWorld ? FDrawingWorld->y() : 0);
+}
+
+double TVxSeries::IntToRealX(int Pixel) const
+{
+    if (!FXAxis)
+        return 0.0;
+    return FXAxis->IntToRealPosition(Pixel - (FDrawingWorld ? FDrawingWorld->x() : 0));
+}
+
+double TVxSeries::IntToRealY(int Pixel) const
+{
+    if (!FYAxis)
+        return 0.0;
+    return FYAxis->IntToRealPosition(Pixel - (FDrawingWorld ? FDrawingWorld->y() : 0));
+}
+
+int TVxSeries::FindPoint(int X, int Y, int Tolerance) const
+{
+    if (FDrawingWorld) {
+        X -= FDrawingWorld->x();
+        Y -= FDrawingWorld->y();
+    }
+    int found = -1;
+    const int n = std::min(FPointsCount, FPoints->Count());
+    for (int i = 0; i < n; ++i) {
+        QPoint p;
+        if (PointAt(i, p) && std::abs(p.x() - X) <= Tolerance && std::abs(p.y() - Y) <= Tolerance)
+            found = i;
+    }
+    return found;
+}
+
+void TVxSeries::SetLineStyle(const TVxLineStyle& Value)
+{
+    FLineStyle->Assign(Value);
+}
+
+void TVxSeries::SetAreaStyle(const TVxAreaStyle& Value)
+{
+    FAreaStyle->Assign(Value);
+}
+
+namespace {
+const QString kCaptionSection = QStringLiteral("Datapoints");
+const QString kCaptionKey = QStringLiteral("Caption");
+} // namespace
+
+void TVxSeries::SetCaption(const QString& S)
+{
+    FCaption = S;
+    if (FDoUserCaption)
+        FUserCaption = S;
+    else
+        FAutoCaption = S;
+    FSettings->WriteString(kCaptionSection, kCaptionKey, FCaption);
+    UpdateLegend();
+}
+
+void TVxSeries::SetDoUserCaption(bool Value)
+{
+    if (FDoUserCaption == Value)
+        return;
+    FDoUserCaption = Value;
+    FCaption = Value ? FUserCaption : FAutoCaption;
+    FSettings->WriteString(kCaptionSection, kCaptionKey, FCaption);
+    UpdateLegend();
+}
+
+void TVxSeries::SetUserCaption(const QString& S)
+{
+    FUserCaption = S;
+    if (FDoUserCaption)
+        FCaption = S;
+    FSettings->WriteString(kCaptionSection, kCaptionKey, FCaption);
+    UpdateLegend();
+}
+
+void TVxSeries::SetAutoCaption(const QString& S)
+{
+    FAutoCaption = S;
+    if (!FDoUserCaption)
+        FCaption = S;
+    FSettings->WriteString(kCaptionSection, kCaptionKey, FCaption);
+    UpdateLegend();
+}
+
+void TVxSeries::SetIncludeInLegend(bool Value)
+{
+    if (FIncludeInLegend == Value)
+        return;
+    FIncludeInLegend = Value;
+    UpdateLegend();
+}
+
+// ---------------------------------------------------------------------------------------
+// Settings
+// ---------------------------------------------------------------------------------------
+
+namespace {
+QString ChildSection(const QString& Section, int N)
+{
+    return Section + QStringLiteral(".Child(") + QString::number(N) + QLatin1Char(')');
+}
+} // namespace
+
+void TVxSeries::WriteToIni(TVxIniList& List, const QString& Section) const
+{
+    List.WriteBool(Section, QStringLiteral("DoUserCaption"), FDoUserCaption);
+    List.WriteString(Section, QStringLiteral("UserCaption"), FUserCaption);
+    List.WriteBool(Section, QStringLiteral("IncludeInLegend"), FIncludeInLegend);
+    List.WriteLine(Section, QStringLiteral("Line"), *FLineStyle);
+    List.WriteArea(Section, QStringLiteral("Area"), *FAreaStyle);
+    List.WriteComponentRef(Section, QStringLiteral("XAxis"), FXAxis);
+    List.WriteComponentRef(Section, QStringLiteral("YAxis"), FYAxis);
+    List.WriteComponentRef(Section, QStringLiteral("XData"), FXData);
+    List.WriteComponentRef(Section, QStringLiteral("YData"), FYData);
+    List.WriteComponentRef(Section, QStringLiteral("Weight"), FWeight);
+    List.WriteInteger(Section, QStringLiteral("ChildCount"), FChilds->Count());
+    for (int i = 0; i < FChilds->Count(); ++i)
+        FChilds->Items(i)->WriteToIni(List, ChildSection(Section, i + 1));
+}
+
+void TVxSeries::ReadFromIni(TVxIniList& List, const QString& Section)
+{
+    SetDoUserCaption(List.ReadBool(Section, QStringLiteral("DoUserCaption"), FDoUserCaption));
+    SetUserCaption(List.ReadString(Section, QStringLiteral("UserCaption"), FUserCaption));
+    if (FDoUserCaption)
+        SetCaption(FUserCaption);
+    SetIncludeInLegend(List.ReadBool(Section, QStringLiteral("IncludeInLegend"), true));
+    List.ReadLine(Section, QStringLiteral("Line"), *FLineStyle);
+    List.ReadArea(Section, QStringLiteral("Area"), *FAreaStyle);
+    TVxAxis* axis = FXAxis;
+    List.ReadComponentRef(Section, QStringLiteral("XAxis"), axis);
+    SetXAxis(axis);
+    axis = FYAxis;
+    List.ReadComponentRef(Section, QStringLiteral("YAxis"), axis);
+    SetYAxis(axis);
+    TVxCustomRealVector* v = FXData;
+    List.ReadComponentRef(Section, QStringLiteral("XData"), v);
+    SetXData(v);
+    v = FYData;
+    List.ReadComponentRef(Section, QStringLiteral("YData"), v);
+    SetYData(v);
+    v = FWeight;
+    List.ReadComponentRef(Section, QStringLiteral("Weight"), v);
+    if (v != FWeight)
+        SetWeight(v);
+    const int stored = List.ReadInteger(Section, QStringLiteral("ChildCount"), 0);
+    if (stored > 0)
+        for (int k = 0; k < FChilds->Count(); ++k)
+            FChilds->Items(k)->ReadFromIni(List, ChildSection(Section, k % stored + 1));
+}
+
+// ---------------------------------------------------------------------------------------
+// TVxNotCalculatedSeries, TVxLineSeries
+// ---------------------------------------------------------------------------------------
+
+TVxNotCalculatedSeries::TVxNotCalculatedSeries(QObject* AOwner) : TVxSeries(AOwner) {}
+
+TVxLineSeries::TVxLineSeries(QObject* AOwner) : TVxNotCalculatedSeries(AOwner)
+{
+    BindToOwnerGraph();
+}
+
+// ---------------------------------------------------------------------------------------
+// TVxDataSeries
+// ---------------------------------------------------------------------------------------
+
+TVxDataSeries::TVxDataSeries(QObject* AOwner)
+    : TVxLineSeries(AOwner), FPointStyle(std::make_unique<TVxPointStyle>(this))
+{
+}
+
+TVxDataSeries::~TVxDataSeries() = default;
+
+void TVxDataSeries::SetPointStyle(const TVxPointStyle& Value)
+{
+    FPointStyle->Assign(Value);
+}
+
+void TVxDataSeries::DrawPoints(TCanvas& Canvas)
+{
+    TVx2DGraph* g = Graph();
+    if (!g || !g->NotUpdating() || !FPointStyle->Visible() || !FXAxis || !FYAxis)
+        return;
+    if (FPointsDirty)
+        CalculatePoints();
+    TVxCanvasStateGuard guard(Canvas);
+    WithSymbolClipping(Canvas, [&] { DrawSymbols(Canvas, *FPointStyle, SymbolBackground()); });
+}
+
+void TVxDataSeries::WriteToIni(TVxIniList& List, const QString& Section) const
+{
+    TVxLineSeries::WriteToIni(List, Section);
+    List.WriteBool(Section, QStringLiteral("Point.Visible"), FPointStyle->Visible());
+    List.WriteInteger(Section, QStringLiteral("Point.Color"), FPointStyle->Color());
+    List.WriteInteger(Section, QStringLiteral("Point.Size"), FPointStyle->Size());
+    List.WriteInteger(Section, QStringLiteral("Point.With"), FPointStyle->Width());
+    List.WriteInteger(Section, QStringLiteral("Point.Style"), int(FPointStyle->Style()));
+}
+
+void TVxDataSeries::ReadFromIni(TVxIniList& List, const QString& Section)
+{
+    TVxLineSeries::ReadFromIni(List, Section);
+    TVxPointStyle& s = *FPointStyle;
+    s.SetVisible(List.ReadBool(Section, QStringLiteral("Point.Visible"), s.Visible()));
+    s.SetColor(List.ReadInteger(Section, QStringLiteral("Point.Color"), s.Color()));
+    s.SetSize(List.ReadInteger(Section, QStringLiteral("Point.Size"), s.Size()));
+    s.SetWidth(List.ReadInteger(Section, QStringLiteral("Point.With"), s.Width()));
+    const int style = List.ReadInteger(Section, QStringLiteral("Point.Style"), int(s.Style()));
+    if (style >= 0 && style < VxPointSymbolCount)
+        s.SetStyle(TVxPointSymbol(style));
+}
+
+// ---------------------------------------------------------------------------------------
+// TVxDataWithErrorSeries
+// ---------------------------------------------------------------------------------------
+
+TVxDataWithErrorSeries::TVxDataWithErrorSeries(QObject* AOwner) : TVxDataSeries(AOwner)
+{
+    for (auto& l : FLengths)
+        l = std::make_unique<TVxIntegerVector>();
+}
+
+TVxDataWithErrorSeries::~TVxDataWithErrorSeries()
+{
+    FDestroying = true;
+    if (FdXPlus)
+        FdXPlus->IChangedList().Remove(this, &TVxSeries::FOnXIChanged);
+    if (FdXMinus)
+        FdXMinus->IChangedList().Remove(this, &TVxSeries::FOnXIChanged);
+    if (FdYPlus)
+        FdYPlus->IChangedList().Remove(this, &TVxSeries::FOnYIChanged);
+    if (FdYMinus)
+        FdYMinus->IChangedList().Remove(this, &TVxSeries::FOnYIChanged);
+}
+
+void TVxDataWithErrorSeries::SetdXPlus(TVxCustomRealVector* Vector)
+{
+    if (ReplaceVector(FdXPlus, wrdXPlus, Vector, &TVxSeries::FOnXIChanged))
+        RangesModified();
+}
+
+void TVxDataWithErrorSeries::SetdXMinus(TVxCustomRealVector* Vector)
+{
+    if (ReplaceVector(FdXMinus, wrdXMinus, Vector, &TVxSeries::FOnXIChanged))
+        RangesModified();
+}
+
+void TVxDataWithErrorSeries::SetdYPlus(TVxCustomRealVector* Vector)
+{
+    if (ReplaceVector(FdYPlus, wrdYPlus, Vector, &TVxSeries::FOnYIChanged))
+        RangesModified();
+}
+
+void TVxDataWithErrorSeries::SetdYMinus(TVxCustomRealVector* Vector)
+{
+    if (ReplaceVector(FdYMinus, wrdYMinus, Vector, &TVxSeries::FOnYIChanged))
+        RangesModified();
+}
+
+void TVxDataWithErrorSeries::SetErrorIndicatorsColor(TColor Value)
+{
+    if (FErrorIndicatorsColor == Value)
+        return;
+    FErrorIndicatorsColor = Value;
+    Modified();
+}
+
+void TVxDataWithErrorSeries::ComponentRemoved(int Role)
+{
+    switch (Role) {
+    case wrdXPlus: FdXPlus = nullptr; break;
+    case wrdXMinus: FdXMinus = nullptr; break;
+    case wrdYPlus: FdYPlus = nullptr; break;
+    case wrdYMinus: FdYMinus = nullptr; break;
+    default: TVxDataSeries::ComponentRemoved(Role); return;
+    }
+    InvalidatePixels();
+    if (!FDestroying)
+        RangesModified();
+}
+
+double TVxSeries::ComponentValue(const TVxCustomRealVector* V, int Index)
+{
+    if (!V || Index < 0 || Index >= V->Count())
+        return 0.0;
+    const double d = V->Data()[Index];
+    return std::isfinite(d) ? d : 0.0;
+}
+
+double TVxDataWithErrorSeries::XPlus(int Index) const
+{
+    return FPointStyle->Visible() ? std::fabs(ComponentValue(FdXPlus, Index)) : 0.0;
+}
+
+double TVxDataWithErrorSeries::XMinus(int Index) const
+{
+    return FPointStyle->Visible() ? std::fabs(ComponentValue(FdXMinus, Index)) : 0.0;
+}
+
+double TVxDataWithErrorSeries::YPlus(int Index) const
+{
+    return FPointStyle->Visible() ? std::fabs(ComponentValue(FdYPlus, Index)) : 0.0;
+}
+
+double TVxDataWithErrorSeries::YMinus(int Index) const
+{
+    return FPointStyle->Visible() ? std::fabs(ComponentValue(FdYMinus, Index)) : 0.0;
+}
+
+bool TVxDataWithErrorSeries::CanKeepPixels() const
+{
+    return TVxDataSeries::CanKeepPixels() && (!FdXPlus || Notifies(FdXPlus)) && (!FdXMinus || Notifies(FdXMinus))
+           && (!FdYPlus || Notifies(FdYPlus)) && (!FdYMinus || Notifies(FdYMinus))
+           && Hears(FdXPlus, &TVxSeries::FOnXIChanged) && Hears(FdXMinus, &TVxSeries::FOnXIChanged)
+           && Hears(FdYPlus, &TVxSeries::FOnYIChanged) && Hears(FdYMinus, &TVxSeries::FOnYIChanged);
+}
+
+void TVxDataWithErrorSeries::ScanWithErrors(bool XSide)
+{
+    const TVxCustomRealVector* data = XSide ? FXData : FYData;
+    const double* v = data ? data->Data() : nullptr;
+    const int n = std::min(FPointsCount, CountOf(data));
+    double mn = CVxMaxReal, mx = CVxMinReal;
+    int& minIdx = XSide ? FXMinIdx : FYMinIdx;
+    int& maxIdx = XSide ? FXMaxIdx : FYMaxIdx;
+    minIdx = maxIdx = -1;
+    for (int i = 0; i < n; ++i) {
+        if (!IsValidPoint(i))
+            continue;
+        const double lo = v[i] - (XSide ? XMinus(i) : YMinus(i));
+        const double hi = v[i] + (XSide ? XPlus(i) : YPlus(i));
+        if (lo < mn) {
+            mn = lo;
+            minIdx = i;
+        }
+        if (hi > mx) {
+            mx = hi;
+            maxIdx = i;
+        }
+    }
+    SetRangeIfChanged(XSide ? *FXRange : *FYRange, mn, mx);
+}
+
+void TVxDataWithErrorSeries::GetNewXStartStop()
+{
+    ScanWithErrors(true);
+}
+
+void TVxDataWithErrorSeries::GetNewYStartStop()
+{
+    ScanWithErrors(false);
+}
+
+void TVxDataWithErrorSeries::FoldWithErrors(int Index, bool XSide)
+{
+    const TVxCustomRealVector* data = XSide ? FXData : FYData;
+    if (!data || Index < 0 || Index >= data->Count())
+        return;
+    const double v = data->Data()[Index];
+    const double lo = v - (XSide ? XMinus(Index) : YMinus(Index));
+    const double hi = v + (XSide ? XPlus(Index) : YPlus(Index));
+    const bool changed = FoldIntoRange(*(XSide ? FXRange : FYRange), Index, IsValidPoint(Index), lo, hi,
+                                   XSide ? FXMinIdx : FYMinIdx, XSide ? FXMaxIdx : FYMaxIdx,
+                                   [this, XSide] { ScanWithErrors(XSide); });
+    if (changed)
+        Modified();
+}
+
+void TVxDataWithErrorSeries::CalcXValue(int Index)
+{
+    FoldWithErrors(Index, true);
+}
+
+void TVxDataWithErrorSeries::CalcYValue(int Index)
+{
+    FoldWithErrors(Index, false);
+}
+
+void TVxDataWithErrorSeries::CalculatePoint(int Index)
+{
+    TVxDataSeries::CalculatePoint(Index);
+    if (Index < 0 || Index >= FPointsCount || !FXAxis || !FYAxis)
+        return;
+    const TVxCustomRealVector* vectors[4] = {FdXPlus, FdXMinus, FdYPlus, FdYMinus};
+    for (int k = 0; k < 4; ++k) {
+        if (!vectors[k] || vectors[k]->Count() <= Index)
+            continue;
+        const double scale = (k < 2 ? FXAxis : FYAxis)->Scale();
+        FLengths[k]->SetValue(Index, PixelLength(ComponentValue(vectors[k], Index), scale));
+    }
+}
+
+void TVxDataWithErrorSeries::DrawPoints(TCanvas& Canvas)
+{
+    TVx2DGraph* g = Graph();
+    if (!g || !g->NotUpdating() || !FPointStyle->Visible() || !FXAxis || !FYAxis)
+        return;
+    if (FPointsDirty)
+        CalculatePoints();
+    TVxCanvasStateGuard guard(Canvas);
+    const int width = FDrawingWorld ? FDrawingWorld->width() : 0;
+    const int height = FDrawingWorld ? FDrawingWorld->height() : 0;
+    const int s = FPointStyle->Size();
+    const TColor background = SymbolBackground();
+    WithSymbolClipping(Canvas, [&] {
+        for (int i = 0; i < FPointsCount; ++i) {
+            QPoint p;
+            if (!PointAt(i, p) || p.x() < 0 || p.x() > width || p.y() < 0 || p.y() > height)
+                continue;
+            const int x = p.x(), y = p.y();
+            Canvas.Pen().SetWidth(1);
+            Canvas.Pen().SetColor(FErrorIndicatorsColor);
+            Canvas.Pen().SetStyle(psSolid);
+            if (i < FLengths[0]->Count()) {
+                const int l = FLengths[0]->Value(i);
+                vx::DrawLine(x, y, x + l, y, Canvas);
+                vx::DrawLine(x + l, y - s, x + l, y + s, Canvas);
+            }
+            if (i < FLengths[1]->Count()) {
+                const int l = FLengths[1]->Value(i);
+                vx::DrawLine(x, y, x - l, y, Canvas);
+                vx::DrawLine(x - l, y - s, x - l, y + s, Canvas);
+            }
+            if (i < FLengths[2]->Count()) {
+                const int l = FLengths[2]->Value(i);
+                vx::DrawLine(x, y, x, y - l, Canvas);
+                vx::DrawLine(x - s, y - l, x + s, y - l, Canvas);
+            }
+            if (i < FLengths[3]->Count()) {
+                const int l = FLengths[3]->Value(i);
+                vx::DrawLine(x, y, x, y + l, Canvas);
+                vx::DrawLine(x - s, y + l, x + s, y + l, Canvas);
+            }
+            Canvas.Pen().SetWidth(FPointStyle->Width());
+            Canvas.Pen().SetColor(FPointStyle->Color());
+            Canvas.Brush().SetColor(background);
+            DrawPointSymbol(x, y, s, FPointStyle->Style(), Canvas);
+        }
+    });
+}
+
+void TVxDataWithErrorSeries::WriteToIni(TVxIniList& List, const QString& Section) const
+{
+    TVxDataSeries::WriteToIni(List, Section);
+    List.WriteComponentRef(Section, QStringLiteral("dXMinus"), FdXMinus);
+    List.WriteComponentRef(Section, QStringLiteral("dXPlus"), FdXPlus);
+    List.WriteComponentRef(Section, QStringLiteral("dYMinus"), FdYMinus);
+    List.WriteComponentRef(Section, QStringLiteral("dYPlus"), FdYPlus);
+    List.WriteInteger(Section, QStringLiteral("ErrorBars.Color"), FErrorIndicatorsColor);
+}
+
+void TVxDataWithErrorSeries::ReadFromIni(TVxIniList& List, const QString& Section)
+{
+    TVxDataSeries::ReadFromIni(List, Section);
+    TVxCustomRealVector* v = FdXMinus;
+    List.ReadComponentRef(Section, QStringLiteral("dXMinus"), v);
+    SetdXMinus(v);
+    v = FdXPlus;
+    List.ReadComponentRef(Section, QStringLiteral("dXPlus"), v);
+    SetdXPlus(v);
+    v = FdYMinus;
+    List.ReadComponentRef(Section, QStringLiteral("dYMinus"), v);
+    SetdYMinus(v);
+    v = FdYPlus;
+    List.ReadComponentRef(Section, QStringLiteral("dYPlus"), v);
+    SetdYPlus(v);
+    SetErrorIndicatorsColor(List.ReadInteger(Section, QStringLiteral("ErrorBars.Color"), FErrorIndicatorsColor));
+}
+
+} // namespace vx

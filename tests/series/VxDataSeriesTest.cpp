@@ -1,0 +1,479 @@
+#include "SeriesTestSupport.h"
+
+#include "vx/core/VxLargeIni.h"
+#include "vx/core/VxRange.h"
+#include "vx/series/VxDataSeries.h"
+
+#include <QPainter>
+#include <QPointer>
+#include <QRandomGenerator>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+
+using namespace vx;
+using namespace vx::test;
+
+namespace {
+
+constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double Inf = std::numeric_limits<double>::infinity();
+
+TVxDataSeries* MakeSeries(SeriesForm& F, TVxCustomRealVector* X, TVxCustomRealVector* Y)
+{
+    auto* s = new TVxDataSeries(F.Form.get());
+    s->SetXData(X);
+    s->SetYData(Y);
+    return s;
+}
+
+} // namespace
+
+TEST(VxDataSeries, BindsToTheLastGraphOfItsOwner)
+{
+    SeriesForm f;
+    auto* second = new TVx2DGraph(f.Form.get());
+    auto* s = new TVxLineSeries(f.Form.get());
+    EXPECT_EQ(s->XAxis(), second->XAxis());
+    EXPECT_EQ(s->YAxis(), second->YAxis());
+    EXPECT_EQ(s->DrawingWorld(), second->DrawingWorld());
+    EXPECT_TRUE(second->GetSeriesList().Contains(s));
+    EXPECT_FALSE(f.Graph->GetSeriesList().Contains(s));
+    // A series owned by a graph binds to that graph.
+    auto* own = new TVxLineSeries(f.Graph);
+    EXPECT_EQ(own->XAxis(), f.Graph->XAxis());
+}
+
+TEST(VxDataSeries, PointCountIsTheShorterVector)
+{
+    SeriesForm f;
+    auto* s = MakeSeries(f, f.Vector({1, 2, 3, 4, 5}), f.Vector({1, 2, 3}));
+    f.Render();
+    EXPECT_EQ(s->PointsCount(), 3);
+    EXPECT_EQ(s->XRange()->Start(), 1);
+    EXPECT_EQ(s->XRange()->Stop(), 3);
+    s->SetYData(nullptr);
+    f.Render();
+    EXPECT_EQ(s->PointsCount(), 0);
+}
+
+TEST(VxDataSeries, RangeFollowsLiveChanges)
+{
+    SeriesForm f;
+    auto* x = f.Vector({1, 5, 3});
+    auto* y = f.Vector({0, 10, 20});
+    auto* s = MakeSeries(f, x, y);
+    f.Render();
+    ASSERT_EQ(s->XRange()->Stop(), 5);
+
+    struct Row {
+        const char* Name;
+        int Index;
+        double Value;
+        double Start, Stop;
+    };
+    const Row rows[] = {
+        {"a non-extreme value moves inward: range kept", 2, 2, 1, 5},
+        {"the maximum moves inward: range shrinks", 1, 4, 1, 4},
+        {"a value beyond the maximum widens", 0, 9, 2, 9},
+        {"the minimum changes to a larger value: rescan", 2, 8, 4, 9},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.Name);
+        x->SetValue(r.Index, r.Value);
+        EXPECT_EQ(s->XRange()->Start(), r.Start);
+        EXPECT_EQ(s->XRange()->Stop(), r.Stop);
+    }
+    // Appending folds the new point in; the axis follows at the next render.
+    x->Add(-3);
+    y->Add(30);
+    EXPECT_EQ(s->XRange()->Start(), -3);
+    EXPECT_EQ(s->YRange()->Stop(), 30);
+    f.Render();
+    EXPECT_LE(f.Graph->XAxis()->Start(), -3);
+    EXPECT_GE(f.Graph->YAxis()->Stop(), 30);
+    // Clearing empties the ranges at the next calculation.
+    x->Clear();
+    f.Render();
+    EXPECT_EQ(s->PointsCount(), 0);
+    EXPECT_GT(s->XRange()->Start(), s->XRange()->Stop());
+}
+
+TEST(VxDataSeries, PlainVectorsAreRemappedWhenTheGraphIsModified)
+{
+    SeriesForm f;
+    auto* x = f.Vector<TVxRealVector>({0, 10});
+    auto* y = f.Vector<TVxRealVector>({0, 10});
+    auto* s = MakeSeries(f, x, y);
+    f.Render();
+    const QPoint before = s->Points().Value(1);
+    y->SetValue(1, 5); // a plain vector tells nobody
+    f.Graph->Modified();
+    f.Render();
+    EXPECT_NE(s->Points().Value(1), before);
+    EXPECT_EQ(s->Points().Value(1).y(), f.Graph->YAxis()->RealToIntPosition(5));
+}
+
+TEST(VxDataSeries, TwoSeriesOnOneLiveVectorBothStayCurrent)
+{
+    // Only the later series hears the shared vector (shared subscription slot); the earlier
+    // one must still follow when the graph recalculates.
+    SeriesForm f;
+    auto* x = f.Vector({0, 10});
+    auto* a = MakeSeries(f, x, f.Vector({0, 10}));
+    auto* b = MakeSeries(f, x, f.Vector({10, 0}));
+    f.Render();
+    x->SetValue(1, 5);
+    f.Graph->Modified();
+    f.Render();
+    const int px = f.Graph->XAxis()->RealToIntPosition(5);
+    EXPECT_EQ(a->Points().Value(1).x(), px);
+    EXPECT_EQ(b->Points().Value(1).x(), px);
+}
+
+TEST(VxDataSeries, NonFiniteValuesAreSkippedAndBreakTheLine)
+{
+    SeriesForm f;
+    auto* x = f.Vector({0, 1, 2, 3, 4, 5, 6});
+    auto* y = f.Vector({1, 1, NaN, 1, Inf, 1, 1});
+    auto* s = MakeSeries(f, x, y);
+    s->PointStyle().SetVisible(false);
+    s->LineStyle().SetColor(clRed);
+    x->SetValue(5, -Inf);
+    const QImage img = f.Render();
+    EXPECT_EQ(s->XRange()->Start(), 0);
+    EXPECT_EQ(s->XRange()->Stop(), 6);
+    EXPECT_EQ(s->YRange()->Start(), 1);
+    EXPECT_EQ(s->YRange()->Stop(), 1);
+    QPoint p;
+    EXPECT_TRUE(s->PointAt(1, p));
+    for (int i : {2, 4, 5})
+        EXPECT_FALSE(s->PointAt(i, p)) << i;
+
+    // The line from 0 to 1 is drawn, nothing between 1 and 3 (gap), nothing around 4 and 5.
+    const QPoint w = f.World();
+    auto redAt = [&](double xv) {
+        const QPoint q(f.Graph->XAxis()->RealToIntPosition(xv), f.Graph->YAxis()->RealToIntPosition(1));
+        return PixelAt(img, q + w) == clRed;
+    };
+    EXPECT_TRUE(redAt(0.5));
+    EXPECT_FALSE(redAt(1.5));
+    EXPECT_FALSE(redAt(2.5));
+    EXPECT_FALSE(redAt(4.5));
+    // A run of a single valid point (3) draws no line either.
+    EXPECT_FALSE(redAt(3.3));
+}
+
+TEST(VxDataSeries, AreaReachesTheRowOfZeroOutsideThePlot)
+{
+    SeriesForm f;
+    auto* s = MakeSeries(f, f.Vector({0, 10}), f.Vector({5, 6}));
+    s->PointStyle().SetVisible(false);
+    s->LineStyle().SetVisible(false);
+    s->AreaStyle().SetVisible(true);
+    s->AreaStyle().SetDrawXOred(false);
+    s->AreaStyle().SetColor(clGreen);
+    const QImage img = f.Render();
+    ASSERT_GT(f.Graph->YAxis()->Start(), 0); // y = 0 lies below the plot
+    const QRect world = f.Graph->DrawingWorld()->geometry();
+    EXPECT_EQ(PixelAt(img, QPoint(world.center().x(), world.bottom() - 1)), clGreen);
+}
+
+TEST(VxDataSeries, XoredAreaDrawnTwiceRestoresTheBackground)
+{
+    SeriesForm f;
+    auto* s = MakeSeries(f, f.Vector({0, 10}), f.Vector({5, 6}));
+    s->PointStyle().SetVisible(false);
+    s->LineStyle().SetVisible(false);
+    s->AreaStyle().SetVisible(true);
+    QImage img(f.Graph->size(), QImage::Format_ARGB32_Premultiplied);
+    img.fill(Qt::white);
+    f.Render();
+    {
+        TCanvas canvas(&img);
+        s->DrawLine(canvas);
+    }
+    EXPECT_LT(CountColor(img, clWhite), img.width() * img.height());
+    {
+        TCanvas canvas(&img);
+        s->DrawLine(canvas);
+    }
+    EXPECT_EQ(CountColor(img, clWhite), img.width() * img.height());
+}
+
+TEST(VxDataSeries, FindPointReturnsTheLastWithinTolerance)
+{
+    SeriesForm f;
+    auto* s = MakeSeries(f, f.Vector({0, 50, 50.5, 100}), f.Vector({0, 50, 50.5, 100}));
+    f.Render();
+    const QPoint p = s->Points().Value(1) + f.World();
+    EXPECT_EQ(s->FindPoint(p.x(), p.y(), 3), 2);
+    EXPECT_EQ(s->FindPoint(p.x(), p.y(), 0), 1);
+    EXPECT_EQ(s->FindPoint(-100, -100, 3), -1);
+}
+
+TEST(VxDataSeries, SinglePointIsMappedAndTheGraphSettles)
+{
+    SeriesForm f;
+    auto* s = MakeSeries(f, f.Vector({3}), f.Vector({7}));
+    s->PointStyle().SetColor(clBlue);
+    const QImage img = f.Render();
+    EXPECT_FALSE(f.Graph->NeedsCalculation());
+    QPoint p;
+    ASSERT_TRUE(s->PointAt(0, p));
+    EXPECT_EQ(p.x(), f.Graph->XAxis()->RealToIntPosition(3));
+    EXPECT_EQ(PixelAt(img, p + f.World() + QPoint(s->PointStyle().Size(), 0)), clBlue);
+    // A degenerate range is rescanned on every calculation.
+    s->XRange()->SetStartStop(100, 100);
+    s->CalculatePoints();
+    EXPECT_EQ(s->XRange()->Start(), 3);
+}
+
+TEST(VxDataSeries, CaptionsFollowTheUserFlag)
+{
+    SeriesForm f;
+    auto* s = new TVxDataSeries(f.Form.get());
+    s->SetAutoCaption("auto");
+    s->SetUserCaption("mine");
+    EXPECT_EQ(s->Caption(), "auto");
+    s->SetDoUserCaption(true);
+    EXPECT_EQ(s->Caption(), "mine");
+    s->SetCaption("typed");
+    EXPECT_EQ(s->UserCaption(), "typed");
+    EXPECT_EQ(s->AutoCaption(), "auto");
+    EXPECT_EQ(s->SettingsList().ReadString("Datapoints", "Caption", ""), "typed");
+    s->SetDoUserCaption(false);
+    EXPECT_EQ(s->Caption(), "auto");
+}
+
+TEST(VxDataSeries, SettingsRoundTripWithChildSections)
+{
+    SeriesForm f;
+    f.Form->setObjectName("SeriesForm");
+    auto* x = f.Vector({1, 2});
+    x->setObjectName("XVec");
+    auto* y = f.Vector({1, 2});
+    y->setObjectName("YVec");
+    auto* s = MakeSeries(f, x, y);
+    s->SetUserCaption("Data");
+    s->SetDoUserCaption(true);
+    s->LineStyle().SetWidth(3);
+    s->PointStyle().SetStyle(SyDiamond);
+    s->PointStyle().SetSize(7);
+    TVxLineSeries* children[3];
+    for (auto*& c : children) {
+        c = new TVxLineSeries(f.Form.get());
+        s->AddChild(c);
+    }
+    children[0]->SetUserCaption("first");
+    children[1]->SetUserCaption("second");
+    TVxIniList ini;
+    s->WriteToIni(ini, "S");
+    EXPECT_EQ(ini.ReadInteger("S", "ChildCount", -1), 3);
+    EXPECT_EQ(ini.ReadString("S.Child(2)", "UserCaption", ""), "second");
+    EXPECT_EQ(ini.ReadInteger("S", "Point.Style", -1), int(SyDiamond));
+    EXPECT_EQ(ini.ReadString("S", "XData", ""), ComponentPath(x));
+
+    auto* t = new TVxDataSeries(f.Form.get());
+    TVxLineSeries* others[3];
+    for (auto*& c : others) {
+        c = new TVxLineSeries(f.Form.get());
+        t->AddChild(c);
+    }
+    ini.WriteInteger("S", "ChildCount", 2); // fewer stored than present: the third wraps
+    t->ReadFromIni(ini, "S");
+    EXPECT_EQ(t->Caption(), "Data");
+    EXPECT_EQ(t->LineStyle().Width(), 3);
+    EXPECT_EQ(t->PointStyle().Style(), SyDiamond);
+    EXPECT_EQ(t->PointStyle().Size(), 7);
+    EXPECT_EQ(t->XData(), x);
+    EXPECT_EQ(t->YData(), y);
+    EXPECT_EQ(others[0]->UserCaption(), "first");
+    EXPECT_EQ(others[1]->UserCaption(), "second");
+    EXPECT_EQ(others[2]->UserCaption(), "first");
+}
+
+TEST(VxDataSeries, ErrorBarsWidenTheRangeWhileSymbolsShow)
+{
+    SeriesForm f;
+    auto* s = new TVxDataWithErrorSeries(f.Form.get());
+    s->SetXData(f.Vector({1, 2, 3}));
+    s->SetYData(f.Vector({10, 20, 30}));
+    auto* dyp = f.Vector({1, -5});       // shorter than the data; sign ignored
+    auto* dym = f.Vector({NaN, 2, 1});   // a non-finite error counts as 0
+    s->SetdYPlus(dyp);
+    s->SetdYMinus(dym);
+    f.Render();
+    EXPECT_EQ(s->YRange()->Start(), 10);
+    EXPECT_EQ(s->YRange()->Stop(), 30);
+    EXPECT_EQ(s->YPlus(1), 5);
+    EXPECT_EQ(s->YPlus(2), 0);
+    dym->SetValue(0, 4);
+    EXPECT_EQ(s->YRange()->Start(), 6);
+    dyp->SetValue(2, 3); // extends the error vector to the third point
+    EXPECT_EQ(s->YRange()->Stop(), 33);
+    s->PointStyle().SetVisible(false);
+    s->GetNewYStartStop();
+    EXPECT_EQ(s->YRange()->Start(), 10);
+    EXPECT_EQ(s->YRange()->Stop(), 30);
+}
+
+TEST(VxDataSeries, ErrorBarsAreDrawnOnlyForPointsInsideAndForExistingErrors)
+{
+    SeriesForm f;
+    auto* s = new TVxDataWithErrorSeries(f.Form.get());
+    s->SetXData(f.Vector({0, 5, 10}));
+    s->SetYData(f.Vector({0, 5, 10}));
+    s->SetdXPlus(f.Vector({1}));
+    s->SetErrorIndicatorsColor(clRed);
+    s->LineStyle().SetVisible(false);
+    QImage img = f.Render();
+    const double scale = f.Graph->XAxis()->Scale();
+    EXPECT_EQ(s->dXPlusLength().Count(), 1);
+    EXPECT_EQ(s->dXPlusLength().Value(0), int(std::nearbyint(1 / scale)));
+    // Drawn alone (the axes would cover the plot's edges).
+    img = QImage(f.Graph->DrawingWorld()->size(), QImage::Format_ARGB32_Premultiplied);
+    img.fill(Qt::white);
+    {
+        TCanvas canvas(&img);
+        s->DrawPoints(canvas);
+    }
+    const QPoint p1 = s->Points().Value(1);
+    const QPoint p0 = s->Points().Value(0);
+    const int l = s->dXPlusLength().Value(0);
+    EXPECT_EQ(PixelAt(img, p0 + QPoint(l - 1, 0)), clRed) << "bar of the first point";
+    EXPECT_NE(PixelAt(img, p1 + QPoint(s->PointStyle().Size() + 2, 0)), clRed) << "no bar for point 2";
+
+    // Zoomed onto the middle point, the first one lies outside: no bar, no symbol.
+    f.Graph->XAxis()->ZoomIn(4, 6);
+    f.Graph->YAxis()->ZoomIn(4, 6);
+    f.Graph->Modified();
+    img = f.Render();
+    EXPECT_EQ(CountColor(img, clRed), 0);
+}
+
+TEST(VxDataSeries, ReducedLineGivesTheSamePixelsAsEveryPoint)
+{
+    // Random walks dense enough that many points share pixel columns, including NaN gaps,
+    // steps back in x and repeated points.
+    QRandomGenerator rng(12345);
+    for (int trial = 0; trial < 6; ++trial) {
+        SCOPED_TRACE(trial);
+        SeriesForm f(500, 320);
+        auto* x = new TVxRealVector(f.Form.get());
+        auto* y = new TVxRealVector(f.Form.get());
+        double yv = 0;
+        const int n = 2000 + trial * 3000;
+        for (int i = 0; i < n; ++i) {
+            const double xv = trial % 2 ? rng.generateDouble() * 100 : i * 100.0 / n;
+            yv += rng.generateDouble() - 0.5;
+            x->Add(xv);
+            y->Add(rng.bounded(97) == 0 ? NaN : (rng.bounded(50) == 0 ? yv * 5 : yv));
+        }
+        auto* s = MakeSeries(f, x, y);
+        s->PointStyle().SetVisible(false);
+        f.Render();
+
+        QImage reduced(f.Graph->DrawingWorld()->size(), QImage::Format_ARGB32_Premultiplied);
+        reduced.fill(Qt::white);
+        QImage every = reduced;
+        {
+            TCanvas canvas(&reduced);
+            s->DrawLine(canvas);
+        }
+        {
+            TCanvas canvas(&every);
+            canvas.Pen().SetColor(s->LineStyle().Color());
+            canvas.Pen().SetWidth(0);
+            std::vector<QPoint> run;
+            for (int i = 0; i <= s->PointsCount(); ++i) {
+                QPoint p;
+                if (i < s->PointsCount() && s->PointAt(i, p)) {
+                    run.push_back(p);
+                    continue;
+                }
+                if (run.size() >= 2)
+                    DrawPolyline(run, canvas);
+                run.clear();
+            }
+        }
+        EXPECT_TRUE(reduced == every);
+    }
+}
+
+TEST(VxDataSeries, LiveAppendDrawsLikeAFreshSeries)
+{
+    // The incremental pixel cache and reduction must end where a full calculation does.
+    SeriesForm f(500, 320);
+    auto* x = f.Vector({});
+    auto* y = f.Vector({});
+    auto* s = MakeSeries(f, x, y);
+    s->PointStyle().SetVisible(false);
+    for (int i = 0; i < 3000; ++i) {
+        x->Add(i);
+        y->Add(std::sin(i * 0.01) * (i % 7));
+        if (i % 250 == 0)
+            f.Render();
+    }
+    y->SetValue(10, 0.5); // a change inside the cached part, not an extreme
+    const QImage live = f.Render();
+    s->SetXData(nullptr); // forces a full calculation
+    f.Render();
+    s->SetXData(x);
+    const QImage full = f.Render();
+    EXPECT_TRUE(live == full);
+}
+
+TEST(VxDataSeries, ComponentsMayBeDestroyedInAnyOrder)
+{
+    struct Row {
+        const char* Name;
+        int Victim; // 0 x vector, 1 y vector, 2 x axis, 3 graph, 4 weight vector
+    };
+    const Row rows[] = {{"x vector", 0}, {"y vector", 1}, {"x axis", 2}, {"graph", 3}, {"weight", 4}};
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.Name);
+        SeriesForm f;
+        auto* x = f.Vector({1, 2, 3});
+        auto* y = f.Vector({1, 2, 3});
+        auto* w = f.Vector({1, 1, 1});
+        QPointer<TVxDataWithErrorSeries> s = new TVxDataWithErrorSeries(f.Form.get());
+        s->SetXData(x);
+        s->SetYData(y);
+        s->SetWeight(w);
+        s->SetdXPlus(x);
+        f.Render();
+        QObject* victims[] = {x, y, f.Graph->XAxis(), f.Graph, w};
+        delete victims[r.Victim];
+        if (r.Victim != 3)
+            f.Render();
+        x = nullptr;
+        // The series keeps working with what is left and goes away cleanly.
+        s->CalculatePoints();
+        QImage img(100, 100, QImage::Format_ARGB32_Premultiplied);
+        TCanvas canvas(&img);
+        s->Draw(canvas);
+        delete s;
+        EXPECT_TRUE(s.isNull());
+    }
+}
+
+TEST(VxDataSeries, ChildrenGoWithTheirParentAndMayLeaveFirst)
+{
+    SeriesForm f;
+    auto* parent = MakeSeries(f, f.Vector({1, 2}), f.Vector({1, 2}));
+    QPointer<TVxLineSeries> a = new TVxLineSeries(f.Form.get());
+    QPointer<TVxLineSeries> b = new TVxLineSeries(f.Form.get());
+    parent->AddChild(a);
+    parent->AddChild(b);
+    delete a.data();
+    EXPECT_EQ(parent->Childs().Count(), 1);
+    f.Render();
+    delete parent;
+    EXPECT_TRUE(b.isNull());
+    f.Render();
+    // The form deleting everything (series after vectors and graph) must not crash.
+    auto* s = MakeSeries(f, f.Vector({1}), f.Vector({2}));
+    s->AddChild(new TVxLineSeries(f.Form.get()));
+    f.Form.reset();
+}
