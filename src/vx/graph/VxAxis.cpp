@@ -802,11 +802,11 @@ void TVxAxis::CalculateTicks()
         FTicksChanged = false;
         return;
     }
+    FScale.Start = Start();
+    FScale.Stop = Stop();
     // Axes crossing at the origin leave out the label 0.
     const TVx2DGraph* g = Graph();
     const bool omitZero = g && g->ZeroOrigin() && FScale.Start <= 0 && 0 < FScale.Stop;
-    FScale.Start = Start();
-    FScale.Stop = Stop();
     if (IsLog(FOptions.Scaling)) {
         FScale.LogStart = FScale.Start > 0 ? std::log10(FScale.Start) : 0;
         FScale.LogStop = FScale.Stop > 0 ? std::log10(FScale.Stop) : FScale.LogStart + 1;
@@ -914,17 +914,17 @@ int TVxAxis::OverhangBefore() const
 {
     if (FVertical) {
         const int exponent = FExponentText.Text.isEmpty() ? 0 : FExponentScalingsGap + FExponentText.Height();
-        return FMaxLabelHeight / 2 + exponent;
+        return FMaxLabelHeight / 2 + exponent + FValuesTicksGap;
     }
-    return FMaxLabelWidth / 2;
+    return FMaxLabelWidth / 2 + FValuesTicksGap;
 }
 
 int TVxAxis::OverhangAfter() const
 {
     if (FVertical)
-        return FMaxLabelHeight - FMaxLabelHeight / 2;
+        return FMaxLabelHeight - FMaxLabelHeight / 2 + FValuesTicksGap;
     const int exponent = FExponentText.Text.isEmpty() ? 0 : FExponentScalingsGap + FExponentText.Width;
-    return FMaxLabelWidth - FMaxLabelWidth / 2 + exponent;
+    return FMaxLabelWidth - FMaxLabelWidth / 2 + exponent + FValuesTicksGap;
 }
 
 void TVxAxis::SetLineOrigin()
@@ -1006,7 +1006,8 @@ void TVxAxis::PlaceLabels()
 
 void TVxAxis::LayoutGraph(TVx2DGraph& graph)
 {
-    constexpr int CPadding = 5;
+    constexpr int CPadding = 5;   // free border inside the graph
+    constexpr int CStackGap = 6;  // between axes stacked on one side
     const QList<TVxAxis*> all = ComponentsOf<TVxAxis>(&graph);
     QList<TVxAxis*> axes;
     for (TVxAxis* a : all)
@@ -1061,7 +1062,7 @@ void TVxAxis::LayoutGraph(TVx2DGraph& graph)
     for (int p = 0; p < 4; ++p) {
         int stack = 0;
         for (int k = 0; k < side[p].size(); ++k)
-            stack += k == 0 ? side[p][k]->OuterThickness() - 1 : side[p][k]->Thickness();
+            stack += k == 0 ? side[p][k]->OuterThickness() - 1 : side[p][k]->Thickness() + CStackGap;
         margin[p] = stack + legendSpace[p] + CPadding;
     }
     int titleHeight = 0;
@@ -1092,25 +1093,25 @@ void TVxAxis::LayoutGraph(TVx2DGraph& graph)
     int edge = 0;
     for (int k = 0; k < side[AxBottomPos].size(); ++k) {
         TVxAxis* a = side[AxBottomPos][k];
-        const int line = k == 0 ? B - 1 : edge + a->InnerThickness();
+        const int line = k == 0 ? B - 1 : edge + CStackGap + a->InnerThickness();
         a->PlaceLine(QPoint(L, line), xLength);
         edge = line + a->OuterThickness();
     }
     for (int k = 0; k < side[AxTopPos].size(); ++k) {
         TVxAxis* a = side[AxTopPos][k];
-        const int line = k == 0 ? T : edge - a->InnerThickness() - 1;
+        const int line = k == 0 ? T : edge - CStackGap - a->InnerThickness() - 1;
         a->PlaceLine(QPoint(L, line), xLength);
         edge = line - a->OuterThickness() + 1;
     }
     for (int k = 0; k < side[AxLeftPos].size(); ++k) {
         TVxAxis* a = side[AxLeftPos][k];
-        const int line = k == 0 ? L : edge - a->InnerThickness() - 1;
+        const int line = k == 0 ? L : edge - CStackGap - a->InnerThickness() - 1;
         a->PlaceLine(QPoint(line, T), yLength);
         edge = line - a->OuterThickness() + 1;
     }
     for (int k = 0; k < side[AxRightPos].size(); ++k) {
         TVxAxis* a = side[AxRightPos][k];
-        const int line = k == 0 ? R - 1 : edge + a->InnerThickness();
+        const int line = k == 0 ? R - 1 : edge + CStackGap + a->InnerThickness();
         a->PlaceLine(QPoint(line, T), yLength);
         edge = line + a->OuterThickness();
     }
