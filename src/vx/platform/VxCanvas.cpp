@@ -6,6 +6,8 @@
 #include <QPaintEngine>
 #include <QPainter>
 #include <QWidget>
+#include <cmath>
+#include <cstdlib>
 
 namespace vx {
 
@@ -205,11 +207,82 @@ void TCanvas::LineTo(int X, int Y)
 {
     const QPoint from = FPenPos;
     FPenPos = QPoint(X, Y);
-    if (ModeDrawsNothing(FPen.Mode()))
+    if (from == FPenPos || ModeDrawsNothing(FPen.Mode()))
         return;
     ApplyPen();
     ApplyMode(FPen.Mode());
-    FPainter->drawLine(from, FPenPos);
+    if (SegmentsExact())
+        StrokeSegment(from, FPenPos);
+    else
+        FPainter->drawLine(from, FPenPos);
+}
+
+bool TCanvas::SegmentsExact() const
+{
+    // Exact segment ends need each segment drawn alone, which would restart dash
+    // patterns at every vertex; patterned and wide pens keep Qt's connected drawing.
+    return FPen.Width() <= 1 && (FPen.Style() == psSolid || FPen.Style() == psInsideFrame);
+}
+
+void TCanvas::DrawRun(bool XMajor, int Minor, int Low, int High)
+{
+    // An ascending axis-parallel line: Qt covers exactly Low..High.
+    const QLine run = XMajor ? QLine(Low, Minor, High + 1, Minor) : QLine(Minor, Low, Minor, High + 1);
+    FPainter->drawLines(&run, 1);
+}
+
+void TCanvas::StrokeSegment(const QPoint& A, const QPoint& B)
+{
+    // Qt's one-pixel lines cover the half-open span [low, high) of their major axis,
+    // whatever their direction; the platform's cover [start, end). Segments that run
+    // towards higher coordinates agree. Axis-parallel and diagonal ones running back are
+    // moved one step back along themselves. Other slopes running back are drawn as
+    // axis-parallel runs of the rasterized segment (Qt would misplace the start pixel of
+    // a fractional line).
+    const int dx = B.x() - A.x();
+    const int dy = B.y() - A.y();
+    const bool xMajor = std::abs(dx) >= std::abs(dy);
+    const int major = xMajor ? dx : dy;
+    const int minor = xMajor ? dy : dx;
+    if (major >= 0) {
+        const QLine line(A, B);
+        FPainter->drawLines(&line, 1);
+        return;
+    }
+    const int n = -major;
+    if (minor == 0 || std::abs(minor) == n) {
+        const QPoint back(-dx / n, -dy / n);
+        const QLine line(A + back, B + back);
+        FPainter->drawLines(&line, 1);
+        return;
+    }
+    const int startMajor = xMajor ? A.x() : A.y();
+    const int startMinor = xMajor ? A.y() : A.x();
+    int runMinor = startMinor;
+    int runHigh = startMajor;
+    for (int k = 1; k < n; ++k) {
+        // Minor offset at step k, rounded half away from zero.
+        const long long num = 2LL * k * minor;
+        const int offset = static_cast<int>((num + (num >= 0 ? n : -n)) / (2LL * n));
+        const int m = startMinor + offset;
+        if (m != runMinor) {
+            DrawRun(xMajor, runMinor, startMajor - k + 1, runHigh);
+            runMinor = m;
+            runHigh = startMajor - k;
+        }
+    }
+    DrawRun(xMajor, runMinor, startMajor - n + 1, runHigh);
+}
+
+void TCanvas::StrokeSegments(const QPoint* Points, int Count, bool Closed)
+{
+    // One call per segment: within one call Qt joins consecutive lines and may add a
+    // pixel at the joint.
+    for (int i = 0; i + 1 < Count; ++i)
+        if (Points[i] != Points[i + 1])
+            StrokeSegment(Points[i], Points[i + 1]);
+    if (Closed && Points[Count - 1] != Points[0])
+        StrokeSegment(Points[Count - 1], Points[0]);
 }
 
 void TCanvas::Polyline(const QPoint* Points, int Count)
@@ -218,7 +291,10 @@ void TCanvas::Polyline(const QPoint* Points, int Count)
         return;
     ApplyPen();
     ApplyMode(FPen.Mode());
-    FPainter->drawPolyline(Points, Count);
+    if (SegmentsExact())
+        StrokeSegments(Points, Count, false);
+    else
+        FPainter->drawPolyline(Points, Count);
 }
 
 void TCanvas::Polyline(const std::vector<QPoint>& Points)
@@ -233,7 +309,20 @@ void TCanvas::Polygon(const QPoint* Points, int Count)
     ApplyPen();
     ApplyBrush();
     ApplyMode(FPen.Mode());
-    FPainter->drawPolygon(Points, Count);
+    const bool noPen = FPen.Style() == psClear || FPen.Color() == clNone;
+    if (noPen || !SegmentsExact()) {
+        FPainter->drawPolygon(Points, Count);
+        return;
+    }
+    // Fill without the pen, then the outline segment by segment, so that every vertex
+    // is drawn exactly once.
+    if (FBrush.Style() != bsClear && FBrush.Color() != clNone) {
+        FPainter->setPen(Qt::NoPen);
+        FPainter->drawPolygon(Points, Count);
+        FPenApplied = false;
+        ApplyPen();
+    }
+    StrokeSegments(Points, Count, true);
 }
 
 void TCanvas::Polygon(const std::vector<QPoint>& Points)

@@ -24,9 +24,13 @@ namespace vx {
 //   primitive, and only when they changed since the last one.
 // - Integer geometry is pixel exact and unantialiased: a one-pixel pen at (x, y) sets
 //   exactly pixel (x, y); pen width 0 and 1 both give the one-pixel cosmetic pen.
-// - LineTo and Polyline leave out the final end pixel; Rectangle, Ellipse and FillRect
-//   take rectangles whose right and bottom edges are exclusive (Rectangle(0,0,10,10)
-//   covers pixels 0..9). A QRect argument covers exactly its own pixels.
+// - LineTo leaves out the end pixel; so do the segments of Polyline and of Polygon's
+//   outline (every vertex but a polyline's last is drawn exactly once). With patterned or wide
+//   pens, Polyline and Polygon keep Qt's connected drawing (the pattern runs on across
+//   vertices) and may differ from this at the vertices.
+// - Rectangle, Ellipse and FillRect take rectangles whose right and bottom edges are
+//   exclusive (Rectangle(0,0,10,10) covers pixels 0..9). A QRect argument covers
+//   exactly its own pixels.
 // - The window origin (SetWindowOrg) is the logical point that appears at device (0,0);
 //   all drawing coordinates are logical. SelectClipRect takes device coordinates,
 //   IntersectClipRect logical ones.
@@ -74,8 +78,8 @@ public:
     void MoveTo(int X, int Y) { FPenPos = QPoint(X, Y); }
     // Line from PenPos to (X, Y), end pixel excluded; PenPos := (X, Y).
     void LineTo(int X, int Y);
-    // Connected lines through Points; the last point's pixel is excluded. PenPos is
-    // not changed.
+    // Connected lines through Points, the last point's pixel left out. PenPos is not
+    // changed.
     void Polyline(const QPoint* Points, int Count);
     void Polyline(const std::vector<QPoint>& Points);
     // Closed polygon filled with the brush and outlined with the pen.
@@ -138,6 +142,10 @@ private:
     void ApplyMode(TPenMode Mode);
     void ApplyClip();
     bool ModeDrawsNothing(TPenMode Mode) const;
+    bool SegmentsExact() const;
+    void StrokeSegment(const QPoint& A, const QPoint& B);
+    void StrokeSegments(const QPoint* Points, int Count, bool Closed);
+    void DrawRun(bool XMajor, int Minor, int Low, int High);
     void ShapeOutline(bool Ellipse, int X1, int Y1, int X2, int Y2);
     void DrawText(int X, int Y, int Angle, const QString& Text);
 

@@ -1,0 +1,442 @@
+#include "vx/graph/VxDraw.h"
+
+#include "vx/platform/VxCanvas.h"
+#include "support/RecordingDevice.h"
+
+#include <QCoreApplication>
+#include <QImage>
+#include <QPainter>
+#include <QWidget>
+#include <gtest/gtest.h>
+
+using namespace vx;
+using vx::test::RecordedPrimitive;
+using vx::test::RecordingDevice;
+
+namespace {
+
+// An owner that counts the notifications of its styles.
+class CountingOwner : public QObject, public IVxModifiable {
+public:
+    void Modified() override { ++count; }
+    int count = 0;
+};
+
+// A widget that counts its paint events (update() coalesces, so count repaints).
+class PaintCountingWidget : public QWidget {
+public:
+    int paints = 0;
+
+protected:
+    void paintEvent(QPaintEvent*) override { ++paints; }
+};
+
+QImage WhiteImage(int w = 40, int h = 40)
+{
+    QImage image(w, h, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    return image;
+}
+
+bool Ink(const QImage& image, int x, int y)
+{
+    return image.pixel(x, y) != qRgb(255, 255, 255);
+}
+
+TColor At(const QImage& image, int x, int y)
+{
+    return FromQColor(QColor::fromRgb(image.pixel(x, y)));
+}
+
+QRect InkBounds(const QImage& image)
+{
+    QRect r;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (Ink(image, x, y))
+                r |= QRect(x, y, 1, 1);
+    return r;
+}
+
+QImage RenderSymbol(TVxPointSymbol symbol, int r, TColor pen = clBlue, TColor brush = clYellow)
+{
+    QImage image = WhiteImage();
+    TCanvas c(&image);
+    c.Pen().SetColor(pen);
+    c.Brush().SetColor(brush);
+    DrawPointSymbol(20, 20, r, symbol, c);
+    return image;
+}
+
+} // namespace
+
+TEST(VxDrawStyles, InitialValues)
+{
+    TVxLineStyle line;
+    EXPECT_TRUE(line.Visible());
+    EXPECT_EQ(line.Color(), clRed);
+    EXPECT_EQ(line.Style(), psSolid);
+    EXPECT_EQ(line.Width(), 1);
+    TVxAreaStyle area;
+    EXPECT_TRUE(area.DrawXOred());
+    EXPECT_EQ(area.Color(), 0x808080);
+    EXPECT_EQ(area.Style(), bsSolid);
+    TVxPointStyle point;
+    EXPECT_EQ(point.Color(), clBlue);
+    EXPECT_EQ(point.Style(), SyCircle);
+    EXPECT_EQ(point.Size(), 5);
+    EXPECT_EQ(point.Width(), 1);
+}
+
+TEST(VxDrawStyles, NegativeSizeBecomesFiveAndNegativeWidthsZero)
+{
+    TVxPointStyle point;
+    point.SetSize(9);
+    point.SetSize(-3);
+    EXPECT_EQ(point.Size(), 5);
+    point.SetWidth(-3);
+    EXPECT_EQ(point.Width(), 0);
+    TVxLineStyle line;
+    line.SetWidth(-3);
+    EXPECT_EQ(line.Width(), 0);
+}
+
+TEST(VxDrawStyles, OwnerIsNotifiedOnceForAChangeAndNeverForTheSameValue)
+{
+    CountingOwner owner;
+    TVxLineStyle line(&owner);
+    TVxAreaStyle area(&owner);
+    TVxPointStyle point(&owner);
+    struct Row {
+        const char* name;
+        std::function<void()> change;
+        std::function<void()> same;
+    };
+    const Row rows[] = {
+        {"line visible", [&] { line.SetVisible(false); }, [&] { line.SetVisible(false); }},
+        {"line color", [&] { line.SetColor(clGreen); }, [&] { line.SetColor(clGreen); }},
+        {"line style", [&] { line.SetStyle(psDot); }, [&] { line.SetStyle(psDot); }},
+        {"line width", [&] { line.SetWidth(3); }, [&] { line.SetWidth(3); }},
+        {"line negative width", [&] { line.SetWidth(-1); }, [&] { line.SetWidth(-7); }},
+        {"area visible", [&] { area.SetVisible(false); }, [&] { area.SetVisible(false); }},
+        {"area xor", [&] { area.SetDrawXOred(false); }, [&] { area.SetDrawXOred(false); }},
+        {"area color", [&] { area.SetColor(clRed); }, [&] { area.SetColor(clRed); }},
+        {"area style", [&] { area.SetStyle(bsCross); }, [&] { area.SetStyle(bsCross); }},
+        {"point visible", [&] { point.SetVisible(false); }, [&] { point.SetVisible(false); }},
+        {"point color", [&] { point.SetColor(clRed); }, [&] { point.SetColor(clRed); }},
+        {"point style", [&] { point.SetStyle(SyNabla); }, [&] { point.SetStyle(SyNabla); }},
+        {"point size", [&] { point.SetSize(8); }, [&] { point.SetSize(8); }},
+        {"point negative size", [&] { point.SetSize(-2); }, [&] { point.SetSize(5); }},
+        {"point width", [&] { point.SetWidth(2); }, [&] { point.SetWidth(2); }},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        owner.count = 0;
+        row.change();
+        EXPECT_EQ(owner.count, 1);
+        row.same();
+        EXPECT_EQ(owner.count, 1);
+    }
+}
+
+TEST(VxDrawStyles, AssignCopiesAllValuesAndNotifiesOnce)
+{
+    CountingOwner owner;
+    TVxPointStyle target(&owner);
+    TVxPointStyle source;
+    source.SetColor(clRed);
+    source.SetStyle(SyStar);
+    source.SetSize(9);
+    source.SetWidth(2);
+    source.SetVisible(false);
+    target.Assign(source);
+    EXPECT_EQ(owner.count, 1);
+    EXPECT_TRUE(target.SameAs(source));
+    target.Assign(source);
+    EXPECT_EQ(owner.count, 1);
+    EXPECT_EQ(target.Owner(), &owner);
+}
+
+TEST(VxDrawStyles, PlainOwnerOrNoneIsNotNotifiedAndWidgetOwnerRepaints)
+{
+    QObject plain;
+    TVxLineStyle a(&plain);
+    TVxLineStyle b;
+    a.SetColor(clBlack);
+    b.SetColor(clBlack);
+
+    PaintCountingWidget widget;
+    widget.resize(20, 20);
+    widget.show();
+    QCoreApplication::processEvents();
+    const int before = widget.paints;
+    TVxAreaStyle area(&widget);
+    area.SetColor(clYellow);
+    QCoreApplication::processEvents();
+    EXPECT_GT(widget.paints, before);
+}
+
+TEST(VxDrawStyles, StyleSurvivesItsOwnersDeletion)
+{
+    auto* owner = new CountingOwner;
+    TVxLineStyle line(owner);
+    delete owner;
+    EXPECT_EQ(line.Owner(), nullptr);
+    line.SetColor(clBlack); // must not touch the deleted owner
+}
+
+TEST(VxDraw, DrawLineAndFrameMakeTheOnePixelPenCosmetic)
+{
+    for (int width : {1, 2}) {
+        SCOPED_TRACE(width);
+        QImage image = WhiteImage();
+        TCanvas c(&image);
+        c.Pen().SetWidth(width);
+        DrawLine(1, 1, 10, 1, c);
+        EXPECT_EQ(c.Pen().Width(), width == 1 ? 0 : 2);
+        c.Pen().SetWidth(width);
+        DrawFrame(5, 5, 15, 15, c);
+        EXPECT_EQ(c.Pen().Width(), width == 1 ? 0 : 2);
+    }
+}
+
+TEST(VxDraw, DrawFrameClosesAllFourSides)
+{
+    QImage image = WhiteImage();
+    {
+        TCanvas c(&image);
+        DrawFrame(5, 5, 15, 12, c);
+    }
+    EXPECT_EQ(InkBounds(image), QRect(QPoint(5, 5), QPoint(15, 12)));
+    for (const QPoint& p : {QPoint(5, 5), QPoint(15, 5), QPoint(5, 12), QPoint(15, 12), QPoint(10, 5), QPoint(10, 12),
+                            QPoint(5, 8), QPoint(15, 8)})
+        EXPECT_TRUE(Ink(image, p.x(), p.y())) << p.x() << "," << p.y();
+    EXPECT_FALSE(Ink(image, 10, 8));
+}
+
+TEST(VxDraw, SymbolExtents)
+{
+    // Bounds of the ink of each symbol at (20,20) with R = 10 (one-pixel pen).
+    struct Row {
+        TVxPointSymbol symbol;
+        QRect ink;
+    };
+    const Row rows[] = {
+        {SyPoint, QRect(20, 20, 1, 1)},
+        {SyCross, QRect(QPoint(11, 11), QPoint(29, 29))},
+        {SyX, QRect(QPoint(11, 11), QPoint(29, 29))},
+        {SyStar, QRect(QPoint(11, 11), QPoint(29, 29))},
+        {Sy5Star, QRect(QPoint(10, 10), QPoint(30, 28))}, // apex R*108% = 10, feet R*82% = 8
+        {SyCircle, QRect(QPoint(10, 10), QPoint(30, 30))},
+        {SySquare, QRect(QPoint(10, 10), QPoint(30, 30))},
+        {SyDiamond, QRect(QPoint(10, 10), QPoint(30, 30))},
+        {SyDelta, QRect(QPoint(10, 10), QPoint(30, 30))},
+        {SyNabla, QRect(QPoint(10, 10), QPoint(30, 30))},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.symbol);
+        const QImage image = RenderSymbol(row.symbol, 10);
+        EXPECT_EQ(InkBounds(image), row.ink);
+    }
+}
+
+TEST(VxDraw, CrossAndXAreSymmetricAndCentred)
+{
+    const QImage cross = RenderSymbol(SyCross, 4);
+    EXPECT_TRUE(Ink(cross, 20, 20));
+    EXPECT_TRUE(Ink(cross, 17, 20));
+    EXPECT_TRUE(Ink(cross, 23, 20));
+    EXPECT_FALSE(Ink(cross, 16, 20)); // arms end one pixel short of R
+    EXPECT_FALSE(Ink(cross, 24, 20));
+    EXPECT_FALSE(Ink(cross, 21, 21));
+    const QImage x = RenderSymbol(SyX, 4);
+    EXPECT_TRUE(Ink(x, 17, 17));
+    EXPECT_TRUE(Ink(x, 23, 23));
+    EXPECT_TRUE(Ink(x, 23, 17));
+    EXPECT_FALSE(Ink(x, 21, 20));
+}
+
+TEST(VxDraw, FilledSymbolsUseThePenColourHollowOnesTheBrush)
+{
+    struct Row {
+        TVxPointSymbol symbol;
+        bool filled;
+    };
+    const Row rows[] = {
+        {Sy5Star, false}, {Sy5StarFilled, true}, {SyCircle, false}, {SyCircleFilled, true},
+        {SySquare, false}, {SySquareFilled, true}, {SyDiamond, false}, {SyDiamondFilled, true},
+        {SyDelta, false}, {SyDeltaFilled, true}, {SyNabla, false}, {SyNablaFilled, true},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.symbol);
+        QImage image = WhiteImage();
+        TColor brushAfter = clNone;
+        {
+            TCanvas c(&image);
+            c.Pen().SetColor(clBlue);
+            c.Pen().SetStyle(psDot);
+            c.Brush().SetColor(clYellow);
+            c.Brush().SetStyle(bsClear);
+            DrawPointSymbol(20, 20, 8, row.symbol, c);
+            brushAfter = c.Brush().Color();
+            EXPECT_EQ(c.Brush().Style(), bsSolid);
+            EXPECT_EQ(c.Pen().Style(), psSolid);
+        }
+        EXPECT_EQ(At(image, 20, 20), row.filled ? clBlue : clYellow);
+        EXPECT_EQ(brushAfter, row.filled ? clBlue : clYellow);
+    }
+}
+
+TEST(VxDraw, SymbolOutsideTheRangeDrawsNothing)
+{
+    for (int s : {-1, 16, 100}) {
+        SCOPED_TRACE(s);
+        const QImage image = RenderSymbol(static_cast<TVxPointSymbol>(s), 6);
+        EXPECT_TRUE(InkBounds(image).isEmpty());
+    }
+}
+
+TEST(VxDraw, StarVerticesFollowTheIntegerProportions)
+{
+    RecordingDevice device;
+    QPainter painter(&device);
+    TCanvas c(&painter);
+    DrawPointSymbol(100, 100, 7, Sy5Star, c);
+    const auto polygons = device.OfKind(RecordedPrimitive::Polygon);
+    ASSERT_EQ(polygons.size(), 1);
+    const QVector<QPointF> expected{{100, 93}, {101, 98}, {107, 98}, {102, 100}, {104, 105},
+                                    {100, 102}, {96, 105}, {98, 100}, {93, 98}, {99, 98}};
+    EXPECT_EQ(polygons[0].points, expected);
+}
+
+TEST(VxDraw, ArrowHeadSitsOnTheTip)
+{
+    QImage image = WhiteImage(60, 40);
+    {
+        TCanvas c(&image);
+        c.Pen().SetColor(clRed);
+        c.Brush().SetColor(clLime);
+        DrawArrow(5, 20, 45, 20, 10, 3, c);
+        EXPECT_EQ(c.Brush().Color(), clLime); // brush left as found
+    }
+    EXPECT_TRUE(Ink(image, 5, 20));
+    EXPECT_EQ(At(image, 44, 20), clRed);
+    EXPECT_EQ(At(image, 37, 22), clRed); // head is filled in the pen colour
+    EXPECT_TRUE(Ink(image, 35, 23));
+    EXPECT_FALSE(Ink(image, 35, 25));
+    EXPECT_FALSE(Ink(image, 30, 22));
+    EXPECT_FALSE(Ink(image, 46, 20));
+}
+
+TEST(VxDraw, ArrowPointsEveryWayAndDegenerateArrowsAreSafe)
+{
+    struct Row {
+        const char* name;
+        QPoint tail, tip;
+        int length, width;
+        QRect ink;
+    };
+    const Row rows[] = {
+        {"down", {20, 5}, {20, 35}, 10, 3, QRect(QPoint(17, 5), QPoint(23, 35))},
+        {"up", {20, 35}, {20, 5}, 10, 3, QRect(QPoint(17, 5), QPoint(23, 35))},
+        {"left", {35, 20}, {5, 20}, 10, 3, QRect(QPoint(5, 17), QPoint(35, 23))},
+        {"head longer than shaft", {20, 20}, {24, 20}, 10, 3, QRect(QPoint(20, 17), QPoint(24, 23))},
+        {"no head", {5, 10}, {30, 10}, 0, 3, QRect(QPoint(5, 10), QPoint(29, 10))},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        QImage image = WhiteImage();
+        {
+            TCanvas c(&image);
+            DrawArrow(row.tail.x(), row.tail.y(), row.tip.x(), row.tip.y(), row.length, row.width, c);
+        }
+        // The slanted head edges may differ by a pixel (Qt's rasterizer).
+        const QRect ink = InkBounds(image);
+        EXPECT_TRUE(row.ink.adjusted(-1, -1, 1, 1).contains(ink));
+        EXPECT_TRUE(ink.contains(row.ink.adjusted(1, 1, -1, -1)));
+        EXPECT_TRUE(Ink(image, row.tail.x(), row.tail.y()));
+    }
+    QImage image = WhiteImage();
+    TCanvas c(&image);
+    DrawArrow(20, 20, 20, 20, 10, 3, c);
+    EXPECT_TRUE(InkBounds(image).isEmpty());
+}
+
+TEST(VxDraw, Draw3DBarShadesTopAndSideFaces)
+{
+    QImage image = WhiteImage(60, 60);
+    {
+        TCanvas c(&image);
+        c.Pen().SetColor(clBlack);
+        Draw3DBar(10, 20, 30, 50, 8, 5, clNavy, clBlue, clGreen, c);
+    }
+    EXPECT_EQ(At(image, 20, 35), clNavy);  // front
+    EXPECT_EQ(At(image, 20, 18), clBlue);  // top face, above the front
+    EXPECT_EQ(At(image, 33, 35), clGreen); // side face, right of the front
+    EXPECT_EQ(At(image, 10, 49), clBlack); // front outline, bottom edge exclusive
+    EXPECT_FALSE(Ink(image, 10, 50));
+    EXPECT_EQ(InkBounds(image), QRect(QPoint(10, 15), QPoint(37, 49)));
+}
+
+TEST(VxDraw, Draw3DBarAcceptsEdgesInEitherOrderAndFlatBars)
+{
+    QImage a = WhiteImage(60, 60);
+    QImage b = WhiteImage(60, 60);
+    {
+        TCanvas c(&a);
+        Draw3DBar(10, 20, 30, 50, 6, 4, clRed, clLime, clBlue, c);
+    }
+    {
+        TCanvas c(&b);
+        Draw3DBar(30, 50, 10, 20, 6, 4, clRed, clLime, clBlue, c);
+    }
+    EXPECT_EQ(a, b);
+    QImage flat = WhiteImage(60, 60);
+    {
+        TCanvas c(&flat);
+        Draw3DBar(10, 20, 30, 50, 0, 0, clRed, clLime, clBlue, c);
+    }
+    EXPECT_EQ(InkBounds(flat), QRect(10, 20, 20, 30));
+}
+
+TEST(VxDraw, DrawPolylineSplitsLongLinesIntoJoinedPieces)
+{
+    std::vector<QPoint> points;
+    for (int i = 0; i < 4500; ++i)
+        points.emplace_back(i, (i % 7) * 3);
+    RecordingDevice device(5000, 100);
+    {
+        QPainter painter(&device);
+        TCanvas c(&painter);
+        c.Pen().SetStyle(psDash); // patterned pens reach the device as polylines
+        DrawPolyline(points, c);
+    }
+    const auto pieces = device.OfKind(RecordedPrimitive::Polyline);
+    ASSERT_EQ(pieces.size(), 3);
+    int total = 0;
+    for (int i = 0; i < pieces.size(); ++i) {
+        EXPECT_LE(pieces[i].points.size(), CVxPolylinePiece);
+        if (i > 0)
+            EXPECT_EQ(pieces[i].points.front(), pieces[i - 1].points.back());
+        total += pieces[i].points.size();
+    }
+    EXPECT_EQ(total, 4500 + 2);
+    EXPECT_EQ(pieces.back().points.back(), QPointF(points.back()));
+}
+
+TEST(VxDraw, DrawPolylineDropsRepeatedPointsAndIgnoresTooFew)
+{
+    const std::vector<QPoint> points{{0, 0}, {0, 0}, {5, 5}, {5, 5}, {5, 5}, {9, 1}};
+    RecordingDevice device;
+    {
+        QPainter painter(&device);
+        TCanvas c(&painter);
+        c.Pen().SetStyle(psDash);
+        DrawPolyline(points, c);
+        DrawPolyline(points.data(), 1, c);
+        DrawPolyline(nullptr, 5, c);
+    }
+    const auto pieces = device.OfKind(RecordedPrimitive::Polyline);
+    ASSERT_EQ(pieces.size(), 1);
+    EXPECT_EQ(pieces[0].points, (QVector<QPointF>{{0, 0}, {5, 5}, {9, 1}}));
+}

@@ -1,0 +1,439 @@
+#include "vx/platform/VxCanvas.h"
+
+#include "support/RecordingDevice.h"
+
+#include <QImage>
+#include <QPainter>
+#include <gtest/gtest.h>
+
+using namespace vx;
+using vx::test::RecordedPrimitive;
+using vx::test::RecordingDevice;
+
+namespace {
+
+QImage WhiteImage(int w = 40, int h = 40)
+{
+    QImage image(w, h, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    return image;
+}
+
+bool IsWhite(const QImage& image, int x, int y)
+{
+    return image.pixel(x, y) == qRgb(255, 255, 255);
+}
+
+TColor At(const QImage& image, int x, int y)
+{
+    return FromQColor(QColor::fromRgb(image.pixel(x, y)));
+}
+
+// Bounding box of the non-white pixels (empty if none).
+QRect InkBounds(const QImage& image)
+{
+    QRect r;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (!IsWhite(image, x, y))
+                r |= QRect(x, y, 1, 1);
+    return r;
+}
+
+int InkCount(const QImage& image)
+{
+    int n = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            n += IsWhite(image, x, y) ? 0 : 1;
+    return n;
+}
+
+} // namespace
+
+TEST(VxCanvas, LineToLeavesOutTheEndPixelAndMovesPenPos)
+{
+    struct Row {
+        const char* name;
+        QPoint from, to;
+        QRect ink;
+        int count;
+    };
+    const Row rows[] = {
+        {"horizontal", {2, 5}, {12, 5}, QRect(2, 5, 10, 1), 10},
+        {"leftwards", {12, 5}, {2, 5}, QRect(3, 5, 10, 1), 10},
+        {"upwards", {7, 20}, {7, 3}, QRect(7, 4, 1, 17), 17},
+        {"diagonal up-left", {11, 11}, {1, 1}, QRect(2, 2, 10, 10), 10},
+        {"vertical", {7, 3}, {7, 20}, QRect(7, 3, 1, 17), 17},
+        {"diagonal", {1, 1}, {11, 11}, QRect(1, 1, 10, 10), 10},
+        {"zero length", {4, 4}, {4, 4}, QRect(), 0},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        QImage image = WhiteImage();
+        {
+            TCanvas c(&image);
+            c.MoveTo(row.from.x(), row.from.y());
+            c.LineTo(row.to.x(), row.to.y());
+            EXPECT_EQ(c.PenPos(), row.to);
+        }
+        EXPECT_EQ(InkBounds(image), row.ink);
+        EXPECT_EQ(InkCount(image), row.count);
+    }
+}
+
+TEST(VxCanvas, PenWidthZeroAndOneAreTheSameOnePixelPen)
+{
+    for (int width : {0, 1}) {
+        SCOPED_TRACE(width);
+        QImage image = WhiteImage();
+        {
+            TCanvas c(&image);
+            c.Pen().SetWidth(width);
+            c.Pen().SetColor(clRed);
+            c.MoveTo(5, 10);
+            c.LineTo(15, 10);
+        }
+        EXPECT_EQ(At(image, 5, 10), clRed);
+        EXPECT_TRUE(IsWhite(image, 5, 9));
+        EXPECT_TRUE(IsWhite(image, 5, 11));
+        EXPECT_TRUE(IsWhite(image, 15, 10));
+    }
+}
+
+TEST(VxCanvas, WidePenIsCentredOnTheLine)
+{
+    QImage image = WhiteImage();
+    {
+        TCanvas c(&image);
+        c.Pen().SetWidth(3);
+        c.MoveTo(10, 20);
+        c.LineTo(30, 20);
+    }
+    EXPECT_FALSE(IsWhite(image, 20, 19));
+    EXPECT_FALSE(IsWhite(image, 20, 21));
+    EXPECT_TRUE(IsWhite(image, 20, 17));
+    EXPECT_TRUE(IsWhite(image, 20, 23));
+}
+
+TEST(VxCanvas, RectangleAndEllipseExcludeRightAndBottomEdges)
+{
+    struct Row {
+        const char* name;
+        bool ellipse;
+        TPenStyle pen;
+        int penWidth;
+    };
+    const Row rows[] = {
+        {"rectangle", false, psSolid, 1},
+        {"rectangle without pen", false, psClear, 1},
+        {"ellipse", true, psSolid, 1},
+        {"rectangle inside-frame wide pen", false, psInsideFrame, 3},
+        {"ellipse inside-frame wide pen", true, psInsideFrame, 3},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        QImage image = WhiteImage();
+        {
+            TCanvas c(&image);
+            c.Pen().SetStyle(row.pen);
+            c.Pen().SetWidth(row.penWidth);
+            c.Brush().SetColor(clLime);
+            if (row.ellipse)
+                c.Ellipse(10, 10, 20, 20);
+            else
+                c.Rectangle(10, 10, 20, 20);
+        }
+        const QRect ink = InkBounds(image);
+        EXPECT_TRUE(QRect(10, 10, 10, 10).contains(ink));
+        EXPECT_GE(ink.width(), 9);
+        EXPECT_GE(ink.height(), 9);
+        if (!row.ellipse)
+            EXPECT_EQ(ink, QRect(10, 10, 10, 10));
+        EXPECT_EQ(At(image, 15, 15), clLime);
+    }
+}
+
+TEST(VxCanvas, RectangleOutlinesWithPenAndFillsInside)
+{
+    QImage image = WhiteImage();
+    {
+        TCanvas c(&image);
+        c.Pen().SetColor(clRed);
+        c.Brush().SetColor(clBlue);
+        c.Rectangle(QRect(0, 0, 10, 10)); // a QRect covers its own pixels
+    }
+    EXPECT_EQ(At(image, 0, 0), clRed);
+    EXPECT_EQ(At(image, 9, 9), clRed);
+    EXPECT_EQ(At(image, 9, 4), clRed);
+    EXPECT_EQ(At(image, 1, 1), clBlue);
+    EXPECT_EQ(At(image, 8, 8), clBlue);
+    EXPECT_TRUE(IsWhite(image, 10, 4));
+    EXPECT_TRUE(IsWhite(image, 4, 10));
+}
+
+TEST(VxCanvas, FillRectUsesTheBrushOnlyAndClearBrushFillsNothing)
+{
+    QImage image = WhiteImage();
+    {
+        TCanvas c(&image);
+        c.Pen().SetMode(pmXor); // filling ignores the pen mode
+        c.Pen().SetColor(clRed);
+        c.Brush().SetColor(clYellow);
+        c.FillRect(2, 2, 6, 6);
+        c.Brush().SetStyle(bsClear);
+        c.FillRect(10, 10, 20, 20);
+    }
+    EXPECT_EQ(InkBounds(image), QRect(2, 2, 4, 4));
+    EXPECT_EQ(At(image, 2, 2), clYellow);
+    EXPECT_EQ(At(image, 5, 5), clYellow);
+}
+
+TEST(VxCanvas, PolygonFillsWithBrushAndPolylineOmitsTheLastPixel)
+{
+    QImage image = WhiteImage();
+    {
+        TCanvas c(&image);
+        c.Pen().SetColor(clRed);
+        c.Brush().SetColor(clBlue);
+        const std::vector<QPoint> triangle{{5, 5}, {25, 5}, {5, 25}};
+        c.Polygon(triangle);
+        const std::vector<QPoint> line{{30, 2}, {35, 2}, {35, 10}};
+        c.Polyline(line);
+    }
+    EXPECT_EQ(At(image, 5, 5), clRed);
+    EXPECT_EQ(At(image, 25, 5), clRed);
+    EXPECT_EQ(At(image, 8, 8), clBlue);
+    EXPECT_TRUE(IsWhite(image, 20, 20));
+    EXPECT_EQ(At(image, 35, 2), clRed);
+    EXPECT_EQ(At(image, 35, 9), clRed);
+    EXPECT_TRUE(IsWhite(image, 35, 10));
+}
+
+TEST(VxCanvas, XorModeTwiceRestoresTheImage)
+{
+    QImage image = WhiteImage();
+    {
+        TCanvas c(&image);
+        c.Brush().SetColor(clGreen);
+        c.FillRect(0, 0, 20, 40);
+    }
+    const QImage before = image.copy();
+    {
+        TCanvas c(&image);
+        c.Pen().SetMode(pmXor);
+        c.Pen().SetColor(clAqua);
+        c.Brush().SetColor(clAqua);
+        for (int pass = 0; pass < 2; ++pass) {
+            c.MoveTo(0, 30);
+            c.LineTo(40, 30);
+            c.Rectangle(5, 5, 35, 25);
+            if (pass == 0) {
+                EXPECT_EQ(c.Pixel(10, 30), clGreen ^ clAqua);
+                EXPECT_EQ(c.Pixel(30, 30), clWhite ^ clAqua);
+            }
+        }
+    }
+    EXPECT_EQ(image, before);
+}
+
+TEST(VxCanvas, XorOnAVectorDeviceDrawsInCopyMode)
+{
+    RecordingDevice device;
+    {
+        QPainter painter(&device);
+        TCanvas c(&painter);
+        EXPECT_FALSE(c.IsRaster());
+        c.Pen().SetMode(pmXor);
+        c.MoveTo(0, 0);
+        c.LineTo(10, 0);
+    }
+    const auto lines = device.OfKind(RecordedPrimitive::Line);
+    ASSERT_EQ(lines.size(), 1);
+    EXPECT_EQ(lines[0].mode, QPainter::CompositionMode_SourceOver);
+}
+
+TEST(VxCanvas, WindowOriginShiftsDrawingAndClipRectangles)
+{
+    QImage image = WhiteImage();
+    {
+        TCanvas c(&image);
+        c.SetWindowOrg(-10, -5); // logical (0,0) appears at device (10,5)
+        c.Pen().SetColor(clRed);
+        c.MoveTo(0, 0);
+        c.LineTo(3, 0);
+        EXPECT_EQ(c.Pixel(0, 0), clRed);
+        EXPECT_EQ(c.ClipRect(), QRect(-10, -5, 40, 40)); // the device, in logical coordinates
+        c.IntersectClipRect(QRect(0, 0, 5, 5)); // logical
+        EXPECT_EQ(c.ClipRect(), QRect(0, 0, 5, 5));
+    }
+    EXPECT_EQ(InkBounds(image), QRect(10, 5, 3, 1));
+}
+
+TEST(VxCanvas, ClippingSelectIntersectAndClear)
+{
+    QImage image = WhiteImage();
+    {
+        TCanvas c(&image);
+        c.Brush().SetColor(clBlack);
+        c.SetWindowOrg(5, 5);
+        c.SelectClipRect(QRect(0, 0, 20, 20)); // device coordinates: origin not applied
+        EXPECT_TRUE(c.HasClip());
+        c.IntersectClipRect(QRect(15, 15, 100, 100)); // logical -> device (10,10)-(19,19)
+        c.FillRect(QRect(0, 0, 60, 60));
+        c.ClearClip();
+        EXPECT_FALSE(c.HasClip());
+        c.SetWindowOrg(0, 0);
+        c.FillRect(QRect(30, 30, 2, 2));
+    }
+    EXPECT_FALSE(IsWhite(image, 10, 10));
+    EXPECT_FALSE(IsWhite(image, 19, 19));
+    EXPECT_TRUE(IsWhite(image, 9, 10));
+    EXPECT_TRUE(IsWhite(image, 20, 19));
+    EXPECT_FALSE(IsWhite(image, 31, 31));
+}
+
+TEST(VxCanvas, TextOutIsAnchoredTopLeftWithOptionalBackground)
+{
+    for (bool clearBrush : {true, false}) {
+        SCOPED_TRACE(clearBrush ? "transparent" : "opaque");
+        QImage image = WhiteImage(120, 40);
+        QSize extent;
+        {
+            TCanvas c(&image);
+            c.Font().SetSize(12);
+            c.Font().SetColor(clBlack);
+            c.Brush().SetColor(clYellow);
+            c.Brush().SetStyle(clearBrush ? bsClear : bsSolid);
+            extent = c.TextExtent("Hg");
+            c.TextOut(10, 5, "Hg");
+            EXPECT_EQ(c.PenPos(), QPoint(10 + extent.width(), 5));
+        }
+        EXPECT_GT(extent.width(), 5);
+        EXPECT_GT(extent.height(), 10);
+        const QRect ink = InkBounds(image);
+        EXPECT_TRUE(QRect(10, 5, extent.width(), extent.height()).contains(ink)) << ink.x() << "," << ink.y();
+        EXPECT_EQ(At(image, 10, 5) == clYellow, !clearBrush);
+    }
+}
+
+TEST(VxCanvas, RotatedTextTurnsCounterClockwiseAroundItsStart)
+{
+    struct Row {
+        const char* name;
+        int angle;
+    };
+    for (const Row& row : {Row{"orientation 900", 900}, Row{"angle 900", 900}}) {
+        SCOPED_TRACE(row.name);
+        QImage image = WhiteImage(80, 120);
+        int w = 0, h = 0;
+        {
+            TCanvas c(&image);
+            c.Font().SetSize(12);
+            c.Brush().SetStyle(bsClear);
+            w = c.TextWidth("Rotated");
+            h = c.TextHeight("Rotated");
+            if (row.name[0] == 'o') {
+                c.Font().SetOrientation(row.angle);
+                c.TextOut(20, 100, "Rotated");
+            } else {
+                c.TextOutAngle(20, 100, row.angle, "Rotated");
+            }
+        }
+        // Turned up by 90 degrees: the text runs upwards from (20,100), its top to the left.
+        const QRect ink = InkBounds(image);
+        EXPECT_TRUE(QRect(20, 100 - w, h, w).contains(ink));
+        EXPECT_GT(ink.height(), w / 2);
+        EXPECT_LT(ink.width(), h + 1);
+    }
+}
+
+TEST(VxCanvas, FontMetricsFollowTheFontSize)
+{
+    QImage image = WhiteImage();
+    TCanvas c(&image);
+    c.Font().SetSize(8);
+    const int small = c.TextHeight("X");
+    const int smallWidth = c.TextWidth("XXXX");
+    c.Font().SetSize(16);
+    EXPECT_GT(c.TextHeight("X"), small * 3 / 2);
+    EXPECT_GT(c.TextWidth("XXXX"), smallWidth * 3 / 2);
+    EXPECT_EQ(c.TextWidth(""), 0);
+}
+
+TEST(VxCanvas, SystemColoursResolveThroughThePalette)
+{
+    QImage image = WhiteImage();
+    {
+        TCanvas c(&image);
+        QPalette palette;
+        palette.setColor(QPalette::Button, QColor(10, 20, 30));
+        c.SetPalette(palette);
+        c.Brush().SetColor(clBtnFace);
+        c.FillRect(0, 0, 5, 5);
+    }
+    EXPECT_EQ(At(image, 2, 2), RGB(10, 20, 30));
+}
+
+TEST(VxCanvas, DrawFocusRectTwiceRemovesIt)
+{
+    QImage image = WhiteImage();
+    const QImage before = image.copy();
+    TCanvas c(&image);
+    c.DrawFocusRect(QRect(5, 5, 20, 10));
+    EXPECT_FALSE(InkBounds(image).isEmpty());
+    EXPECT_TRUE(QRect(5, 5, 20, 10).contains(InkBounds(image)));
+    c.DrawFocusRect(QRect(5, 5, 20, 10));
+    EXPECT_EQ(image, before);
+}
+
+TEST(VxCanvas, RecordsPrimitivesOnVectorDevicesAndPixelIsUnknownThere)
+{
+    RecordingDevice device;
+    QPainter painter(&device);
+    TCanvas c(&painter);
+    c.SetWindowOrg(-3, -4);
+    c.Rectangle(0, 0, 10, 10);
+    c.Brush().SetStyle(bsClear);
+    c.TextOut(1, 1, "a");
+    EXPECT_EQ(c.Pixel(0, 0), clNone);
+    const auto rects = device.OfKind(RecordedPrimitive::Rect);
+    ASSERT_EQ(rects.size(), 1);
+    EXPECT_EQ(rects[0].rect.topLeft(), QPointF(3, 4));
+    const auto texts = device.OfKind(RecordedPrimitive::Text);
+    ASSERT_EQ(texts.size(), 1);
+    EXPECT_EQ(texts[0].text, QStringLiteral("a"));
+}
+
+TEST(VxCanvas, PolylineAndPolygonOutlinesDrawEveryVertexExactlyOnce)
+{
+    // Zig-zags in every direction, including reversals, which Qt's own polylines drop.
+    const std::vector<QPoint> shape{{5, 5}, {30, 5}, {10, 8}, {10, 30}, {12, 12}, {35, 20}, {20, 35}};
+    QImage line = WhiteImage();
+    QImage ring = WhiteImage();
+    {
+        TCanvas c(&line);
+        c.Polyline(shape);
+    }
+    {
+        TCanvas c(&ring);
+        c.Brush().SetStyle(bsClear);
+        c.Polygon(shape);
+    }
+    for (std::size_t i = 0; i < shape.size(); ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_EQ(IsWhite(line, shape[i].x(), shape[i].y()), i + 1 == shape.size());
+        EXPECT_FALSE(IsWhite(ring, shape[i].x(), shape[i].y()));
+    }
+    // In xor mode a vertex drawn twice would vanish.
+    QImage xored = WhiteImage();
+    {
+        TCanvas c(&xored);
+        c.Pen().SetMode(pmXor);
+        c.Pen().SetColor(clWhite);
+        c.Brush().SetStyle(bsClear);
+        c.Polygon(shape);
+    }
+    for (const QPoint& p : shape)
+        EXPECT_FALSE(IsWhite(xored, p.x(), p.y())) << p.x() << "," << p.y();
+}
