@@ -87,6 +87,25 @@ TEST(Akima, StraightLinesAreReproduced)
     EXPECT_NEAR(a.Interpolate(-3.0), -5.0, 1e-13); // first interval extended to the left
 }
 
+TEST(Akima, QuadraticsOnAUniformGridAreReproduced)
+{
+    // Secant changes are equal on both sides, so each knot slope is the mean of its two
+    // secants, the exact derivative; the extrapolated secants continue the same way.
+    std::vector<double> x, y;
+    for (int i = 0; i < 7; ++i) {
+        x.push_back(-1.0 + 0.5 * i);
+        y.push_back(2 * x.back() * x.back() - 3 * x.back() + 1);
+    }
+    TVxAkima a;
+    Points(x, y).Fit(a);
+    for (double v = -1.0; v < 2.0; v += 0.125) { // the last knot starts the extrapolated interval
+        SCOPED_TRACE(v);
+        EXPECT_NEAR(a.Interpolate(v), 2 * v * v - 3 * v + 1, 1e-13);
+        EXPECT_NEAR(a.Slope(v), 4 * v - 3, 1e-12);
+        EXPECT_NEAR(a.Curvature(v), 4.0, 1e-11);
+    }
+}
+
 TEST(Akima, EqualSecantsOnBothSidesTakeTheRightHandSlope)
 {
     TVxAkima a;

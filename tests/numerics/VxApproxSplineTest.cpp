@@ -23,9 +23,8 @@ struct Points {
     }
 };
 
-// Natural interpolating cubic spline, second derivatives from the tridiagonal system
-// solved by the Thomas algorithm.
-double NaturalSpline(const std::vector<double>& x, const std::vector<double>& y, double v)
+// Second derivatives of the natural interpolating cubic spline (Thomas algorithm).
+std::vector<double> NaturalCurvatures(const std::vector<double>& x, const std::vector<double>& y)
 {
     const int n = int(x.size());
     std::vector<double> h(n - 1), M(n, 0.0), a(n), b(n), c(n), d(n);
@@ -44,18 +43,67 @@ double NaturalSpline(const std::vector<double>& x, const std::vector<double>& y,
     }
     for (int i = n - 2; i >= 1; --i)
         M[i] = (d[i] - (i < n - 2 ? c[i] * M[i + 1] : 0.0)) / b[i];
+    return M;
+}
+
+double NaturalSpline(const std::vector<double>& x, const std::vector<double>& y, double v)
+{
+    const std::vector<double> M = NaturalCurvatures(x, y);
+    const int n = int(x.size());
     int i = 0;
     while (i < n - 2 && v > x[i + 1])
         ++i;
-    const double t = v - x[i], u = x[i + 1] - v;
-    return M[i] * u * u * u / (6 * h[i]) + M[i + 1] * t * t * t / (6 * h[i])
-        + (y[i] / h[i] - M[i] * h[i] / 6) * u + (y[i + 1] / h[i] - M[i + 1] * h[i] / 6) * t;
+    const double h = x[i + 1] - x[i], t = v - x[i], u = x[i + 1] - v;
+    return M[i] * u * u * u / (6 * h) + M[i + 1] * t * t * t / (6 * h)
+        + (y[i] / h - M[i] * h / 6) * u + (y[i + 1] / h - M[i + 1] * h / 6) * t;
 }
+
+// The objective the smoothing spline minimises over the natural splines through
+// ordinates a: Σ σ·(a - y)² + ∫ f''², the integral exact for piecewise linear f''.
+double Objective(const std::vector<double>& x, const std::vector<double>& y,
+    const std::vector<double>& sigma, const std::vector<double>& a)
+{
+    const std::vector<double> M = NaturalCurvatures(x, a);
+    double J = 0.0;
+    for (size_t i = 0; i < x.size(); ++i)
+        J += sigma[i] * (a[i] - y[i]) * (a[i] - y[i]);
+    for (size_t i = 0; i + 1 < x.size(); ++i)
+        J += (x[i + 1] - x[i]) * (M[i] * M[i] + M[i] * M[i + 1] + M[i + 1] * M[i + 1]) / 3;
+    return J;
+}
+
+} // namespace
+
+namespace {
 
 const std::vector<double> kX { 0, 0.5, 1.7, 2, 3.1, 4, 5.5, 6 };
 const std::vector<double> kY { 1, 3, 2, -1, 0.5, 2, 4, 3 };
 
 } // namespace
+
+TEST(ApproxSpline, MinimisesTheWeightedRoughnessObjective)
+{
+    // The smoothed ordinates are the minimum of the objective: no small change of any one
+    // of them lowers it, and the curve is the natural spline through them.
+    const std::vector<double> sigma { 2, 0.5, 1, 3, 0.8, 1.5, 4, 1 };
+    TVxApproxSpline s;
+    Points(kX, kY, sigma).Fit(s);
+    const std::vector<double> a(s.A().begin(), s.A().begin() + s.KnotCount());
+    const double J = Objective(kX, kY, sigma, a);
+    for (size_t k = 0; k < a.size(); ++k) {
+        SCOPED_TRACE(k);
+        for (double eps : { 1e-3, -1e-3 }) {
+            std::vector<double> moved = a;
+            moved[k] += eps;
+            const double dJ = Objective(kX, kY, sigma, moved) - J;
+            EXPECT_GT(dJ, 0.0);
+            EXPECT_LT(dJ, 1e-4); // quadratic in eps: the gradient vanishes
+        }
+    }
+    const std::vector<double> M = NaturalCurvatures(kX, a);
+    for (size_t i = 0; i < a.size(); ++i)
+        EXPECT_NEAR(2 * s.C()[i], M[i], 1e-12) << i;
+}
 
 TEST(ApproxSpline, PointsOnALineAreReproducedForAnyWeights)
 {
