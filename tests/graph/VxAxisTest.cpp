@@ -9,6 +9,8 @@
 #include <QFile>
 #include <QStringList>
 #include <gtest/gtest.h>
+#include <cmath>
+#include <limits>
 #include <memory>
 
 using namespace vx;
@@ -83,6 +85,38 @@ TEST(VxAxisEnds, LinearTable)
         EXPECT_EQ(s.LabelDigits, r.labelDigits);
         EXPECT_EQ(s.ScaleExponent, r.scaleExp);
         EXPECT_EQ(s.RangeDefaulted, r.defaulted);
+    }
+}
+
+TEST(VxAxisEnds, HostileRangesStayDrawable)
+{
+    struct Row {
+        const char* name;
+        double start, stop;
+        TVxAxScaling scaling;
+    };
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double inf = std::numeric_limits<double>::infinity();
+    const Row rows[] = {
+        {"NaN start", nan, 5, AxNormal},
+        {"infinite stop", 0, inf, AxNormal},
+        {"width overflows", -1.7E308, 1.7E308, AxNormal},
+        {"width below the 15th digit", 1, 1 + 1E-15, AxNormal},
+        {"tiny values", 1E-300, 3E-300, AxNormal},
+        {"log up to the largest double", 1, 1E308, AxLog},
+        {"log NaN", nan, nan, AxLogEE},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.name);
+        const TVxAxisScale s = CalculateAxisEnds(Range(r.start, r.stop), Options(r.scaling));
+        EXPECT_TRUE(std::isfinite(s.Start) && std::isfinite(s.Stop));
+        EXPECT_LE(s.Start, s.Stop);
+        const TVxAxisTicks t = CalculateAxisTicks(s, Options(r.scaling));
+        EXPECT_GE(t.Size(), 1);
+        EXPECT_LE(t.Size(), 100001);
+        const TVxAxisMap m(s, r.scaling, 400, false, false);
+        for (int p : m.TickPositions(t))
+            EXPECT_TRUE(p >= -1 && p <= 401) << p;
     }
 }
 

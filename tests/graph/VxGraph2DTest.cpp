@@ -183,6 +183,33 @@ TEST(VxGraph2D, DrawingWorldSitsBetweenTheAxisLines)
     }
 }
 
+TEST(VxGraph2D, AxisThicknessAndLineOrigin)
+{
+    auto g = FramedGraph();
+    TVxAxis* x = g->PrimaryXAxis();
+    g->EnsureCalculated();
+    int widest = 0;
+    for (const TVxAxisPlacedLabel& l : x->LabelList())
+        widest = std::max(widest, l.Width);
+    // Labels centred on the end ticks overhang the line by half the widest label.
+    EXPECT_EQ(x->AxisLength(), x->width() - widest - 1);
+    EXPECT_EQ(x->LineX(), widest / 2);
+    EXPECT_EQ(x->LineY(), 0);
+    const int withLabels = x->Thickness();
+    // Ticks turned inward: the line moves down by their length, the thickness stays.
+    x->SetMajorTickLength(-10);
+    x->SetTickLength(-6);
+    g->EnsureCalculated();
+    EXPECT_EQ(x->LineY(), 10);
+    EXPECT_EQ(x->Thickness(), withLabels);
+    EXPECT_EQ(x->y() + x->LineY(), g->DrawingWorld()->geometry().bottom());
+    // No labels: no label height in the thickness.
+    x->SetShowScaleLabels(false);
+    g->EnsureCalculated();
+    EXPECT_TRUE(x->LabelList().empty());
+    EXPECT_EQ(x->Thickness(), 10 + 1); // ticks inside and the tick gap
+}
+
 TEST(VxGraph2D, FourSidesStackOutward)
 {
     TVx2DGraph g;
@@ -284,6 +311,13 @@ TEST(VxGraph2D, SeriesRangesDriveTheAxes)
     EXPECT_DOUBLE_EQ(g->PrimaryYAxis()->Stop(), 3);
     EXPECT_EQ(g->GetSeriesList().Count(), 1);
     EXPECT_EQ(s->SettingsList().ReadString("Graph", "Title", "?"), "");
+    // The line is drawn: red pixels (the default line colour) on the way from 50 to 97.
+    const int y = g->DrawingWorld()->y() + g->PrimaryYAxis()->RealToIntPosition(2.5);
+    bool red = false;
+    for (int x = GraphX(*g, 50); x <= GraphX(*g, 97); ++x)
+        for (int dy = -3; dy <= 3; ++dy)
+            red = red || img.pixel(x, y + dy) == qRgb(255, 0, 0);
+    EXPECT_TRUE(red);
 }
 
 TEST(VxGraph2D, ZoomDragAndZoomBack)
