@@ -66,6 +66,9 @@ TEST(VxCanvas, LineToLeavesOutTheEndPixelAndMovesPenPos)
         {"diagonal up-left", {11, 11}, {1, 1}, QRect(2, 2, 10, 10), 10},
         {"vertical", {7, 3}, {7, 20}, QRect(7, 3, 1, 17), 17},
         {"diagonal", {1, 1}, {11, 11}, QRect(1, 1, 10, 10), 10},
+        {"shallow up-left", {30, 10}, {2, 17}, QRect(QPoint(3, 10), QPoint(30, 17)), 28},
+        {"steep up-right", {20, 35}, {23, 4}, QRect(QPoint(20, 5), QPoint(23, 35)), 31},
+        {"far off", {30, 10}, {-1000000000, 20}, QRect(QPoint(0, 10), QPoint(30, 10)), 31},
         {"zero length", {4, 4}, {4, 4}, QRect(), 0},
     };
     for (const Row& row : rows) {
@@ -79,6 +82,8 @@ TEST(VxCanvas, LineToLeavesOutTheEndPixelAndMovesPenPos)
         }
         EXPECT_EQ(InkBounds(image), row.ink);
         EXPECT_EQ(InkCount(image), row.count);
+        if (row.count > 0)
+            EXPECT_FALSE(IsWhite(image, row.from.x(), row.from.y()));
     }
 }
 

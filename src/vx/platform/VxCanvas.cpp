@@ -6,7 +6,7 @@
 #include <QPaintEngine>
 #include <QPainter>
 #include <QWidget>
-#include <cmath>
+#include <algorithm>
 #include <cstdlib>
 
 namespace vx {
@@ -102,6 +102,7 @@ void TCanvas::Init()
 
 QPainter* TCanvas::Painter()
 {
+    FVisibleValid = false; // the caller may change the transform
     if (FPainter) {
         ApplyPen();
         ApplyBrush();
@@ -117,6 +118,7 @@ void TCanvas::Invalidate()
     FBrushApplied = false;
     FFontApplied = false;
     FAppliedModeOp = -1;
+    FVisibleValid = false;
 }
 
 QPaintDevice* TCanvas::Device() const
@@ -256,22 +258,46 @@ void TCanvas::StrokeSegment(const QPoint& A, const QPoint& B)
         FPainter->drawLines(&line, 1);
         return;
     }
+    // Only the steps inside the visible area are walked (far-off points cost nothing).
     const int startMajor = xMajor ? A.x() : A.y();
     const int startMinor = xMajor ? A.y() : A.x();
-    int runMinor = startMinor;
-    int runHigh = startMajor;
-    for (int k = 1; k < n; ++k) {
-        // Minor offset at step k, rounded half away from zero.
+    const QRect visible = VisibleRect();
+    const int visibleLow = xMajor ? visible.left() : visible.top();
+    const int visibleHigh = xMajor ? visible.right() : visible.bottom();
+    const int kFirst = std::max(0, startMajor - visibleHigh);
+    const int kLast = std::min(n - 1, startMajor - visibleLow);
+    if (kFirst > kLast)
+        return;
+    auto minorAt = [&](int k) {
+        // Rounded half away from zero.
         const long long num = 2LL * k * minor;
-        const int offset = static_cast<int>((num + (num >= 0 ? n : -n)) / (2LL * n));
-        const int m = startMinor + offset;
+        return startMinor + static_cast<int>((num + (num >= 0 ? n : -n)) / (2LL * n));
+    };
+    int runMinor = minorAt(kFirst);
+    int runHigh = startMajor - kFirst;
+    for (int k = kFirst + 1; k <= kLast; ++k) {
+        const int m = minorAt(k);
         if (m != runMinor) {
             DrawRun(xMajor, runMinor, startMajor - k + 1, runHigh);
             runMinor = m;
             runHigh = startMajor - k;
         }
     }
-    DrawRun(xMajor, runMinor, startMajor - n + 1, runHigh);
+    DrawRun(xMajor, runMinor, startMajor - kLast, runHigh);
+}
+
+QRect TCanvas::VisibleRect()
+{
+    if (!FVisibleValid) {
+        QRect device(0, 0, FPainter->device()->width(), FPainter->device()->height());
+        if (FClip)
+            device &= *FClip;
+        bool invertible = false;
+        const QTransform toLogical = FPainter->worldTransform().inverted(&invertible);
+        FVisible = invertible ? toLogical.mapRect(device).adjusted(-1, -1, 1, 1) : QRect();
+        FVisibleValid = true;
+    }
+    return FVisible;
 }
 
 void TCanvas::StrokeSegments(const QPoint* Points, int Count, bool Closed)
@@ -528,6 +554,7 @@ QRect TCanvas::ClipRect() const
 
 void TCanvas::ApplyClip()
 {
+    FVisibleValid = false;
     if (!FPainter)
         return;
     if (!FClip) {
@@ -562,6 +589,7 @@ void TCanvas::ClearClip()
 void TCanvas::SetWindowOrg(int X, int Y)
 {
     FWindowOrg = QPoint(X, Y);
+    FVisibleValid = false;
     if (FPainter)
         FPainter->setWorldTransform(QTransform::fromTranslate(-X, -Y) * FBaseTransform);
 }

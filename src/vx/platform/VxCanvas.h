@@ -146,6 +146,7 @@ private:
     void StrokeSegment(const QPoint& A, const QPoint& B);
     void StrokeSegments(const QPoint* Points, int Count, bool Closed);
     void DrawRun(bool XMajor, int Minor, int Low, int High);
+    QRect VisibleRect();
     void ShapeOutline(bool Ellipse, int X1, int Y1, int X2, int Y2);
     void DrawText(int X, int Y, int Angle, const QString& Text);
 
@@ -171,6 +172,8 @@ private:
     bool FFontApplied = false;
     std::optional<QFontMetrics> FMetrics;
     int FAppliedModeOp = -1;
+    QRect FVisible; // logical area that can receive pixels
+    bool FVisibleValid = false;
 };
 
 } // namespace vx
