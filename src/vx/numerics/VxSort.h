@@ -6,8 +6,10 @@
 namespace vx {
 
 // Sorts X[L..R] ascending (Hoare partition, middle pivot) and permutes Y alike.
-// Not stable: pairs with equal x may change their order. Indices outside an array
-// raise ERangeError; L >= R does nothing.
+// Not stable: pairs with equal x may change their order. Inputs that would make the
+// partitioning quadratic (x rising and falling again, beyond a few thousand points) are
+// finished by a stable sort, so the time stays O(n log n); NaN never stalls it. Indices
+// outside an array raise ERangeError; L >= R does nothing.
 void QuickSortYtoX(int L, int R, TVxRealArray& X, TVxRealArray& Y);
 
 // The same, with a third array W (e.g. weights) permuted alongside.
