@@ -1,0 +1,80 @@
+#pragma once
+// Shared set-up of the axis and label gallery pages: a white graph with a frame, a
+// title and grid lines, and axes showing a fixed range (there is no data on them).
+
+#include "vx/graph/VxAxis.h"
+#include "vx/graph/VxGraph2D.h"
+#include "vx/graph/VxLabel.h"
+
+#include <QHBoxLayout>
+#include <QWidget>
+
+namespace gallery {
+
+// A font of the DejaVu family at Size points in Style.
+inline vx::TFont PageFont(int Size, vx::TFontStyles Style = vx::TFontStyles())
+{
+    vx::TFont font;
+    font.SetSize(Size);
+    font.SetStyle(Style);
+    font.SetColor(vx::clBlack);
+    return font;
+}
+
+// A graph with Title above it, a frame around the data area and dotted major grid lines
+// (solid light ones when MinorGrid is set, with dotted minor lines between them).
+inline vx::TVx2DGraph* NewGraph(const QString& Title, QWidget* Parent = nullptr, bool MinorGrid = false)
+{
+    auto* graph = new vx::TVx2DGraph(Parent);
+    graph->SetColor(vx::clWhite);
+    graph->SetDataColor(vx::clWhite);
+    graph->SetFont(PageFont(9));
+    graph->SetTitleFont(PageFont(11, vx::fsBold));
+    graph->SetCaption(Title);
+    graph->SetShowTitle(true);
+    graph->FrameLine().SetVisible(true);
+    for (vx::TVxLineStyle* grid : {&graph->MajorGridX(), &graph->MajorGridY()}) {
+        grid->SetVisible(true);
+        grid->SetColor(MinorGrid ? vx::clSilver : vx::clGray);
+        grid->SetStyle(MinorGrid ? vx::psSolid : vx::psDot);
+    }
+    if (MinorGrid) {
+        for (vx::TVxLineStyle* grid : {&graph->MinorGridX(), &graph->MinorGridY()}) {
+            grid->SetVisible(true);
+            grid->SetColor(vx::clSilver);
+            grid->SetStyle(vx::psDot);
+        }
+    }
+    return graph;
+}
+
+// Fixes Axis to [Start, Stop] with a caption (shown when not empty).
+inline void ShowRange(vx::TVxAxis* Axis, double Start, double Stop, const QString& Caption = QString(),
+                      vx::TVxAxScaling Scaling = vx::AxNormal)
+{
+    Axis->SetScaling(Scaling);
+    Axis->SetStartEnd(vx::AxFixed);
+    Axis->SetStopEnd(vx::AxFixed);
+    Axis->SetStart(Start);
+    Axis->SetStop(Stop);
+    Axis->SetFont(PageFont(9));
+    Axis->SetCaptionFont(PageFont(10));
+    if (!Caption.isEmpty()) {
+        Axis->SetUserCaption(Caption);
+        Axis->SetDoUserCaption(true);
+        Axis->SetShowCaption(true);
+    }
+}
+
+// Two graphs side by side.
+inline QWidget* SideBySide(QWidget* Left, QWidget* Right)
+{
+    auto* box = new QWidget;
+    auto* layout = new QHBoxLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(Left);
+    layout->addWidget(Right);
+    return box;
+}
+
+} // namespace gallery
