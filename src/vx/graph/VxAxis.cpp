@@ -1267,11 +1267,6 @@ void TVxAxis::setVisible(bool visible)
     }
 }
 
-void TVxAxis::changeEvent(QEvent* event)
-{
-    QWidget::changeEvent(event);
-}
-
 void TVxAxis::moveEvent(QMoveEvent* event)
 {
     QWidget::moveEvent(event);

@@ -284,11 +284,6 @@ void TVxDrawingWorld::mouseReleaseEvent(QMouseEvent* event)
     QWidget::mouseReleaseEvent(event);
 }
 
-void TVxDrawingWorld::mouseDoubleClickEvent(QMouseEvent* event)
-{
-    QWidget::mouseDoubleClickEvent(event);
-}
-
 // ---------------------------------------------------------------------------------
 // TVx2DGraph: construction and properties
 
@@ -393,7 +388,6 @@ void TVx2DGraph::CreateAxes()
         }
         SetPrimaryYAxis(y);
     }
-    FAxesCreated = true;
 }
 
 void TVx2DGraph::SetColor(TColor value)
@@ -510,11 +504,11 @@ void TVx2DGraph::Calculate()
                 c->CalculatePoints();
             s->CalculatePoints();
         }
-        if (FModifyStamp == stamp) {
-            FNeedsCalculation = false;
-            return;
-        }
+        if (FModifyStamp == stamp)
+            break;
     }
+    // Still changing after the last round: stop here rather than repaint for ever.
+    FNeedsCalculation = false;
 }
 
 void TVx2DGraph::EnsureCalculated()
@@ -608,11 +602,6 @@ void TVx2DGraph::showEvent(QShowEvent* event)
 {
     CreateAxes();
     QFrame::showEvent(event);
-}
-
-void TVx2DGraph::changeEvent(QEvent* event)
-{
-    QFrame::changeEvent(event);
 }
 
 void TVx2DGraph::childEvent(QChildEvent* event)

@@ -71,7 +71,8 @@ public:
     virtual TVxAxisPos InGraphPosition() const = 0;
     // Distance kept between the legend and the drawing world's side.
     virtual int OutsideGap() const = 0;
-    // Lets the legend compute its size; called by the layout before placing it.
+    // Lets the legend compute its size; called by the layout before placing it. It must
+    // not call Modified of the graph or its axes (the layout is running).
     virtual void Calculate() = 0;
 };
 
@@ -124,7 +125,6 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private:
     void PaintMarker(TCanvas& Canvas, int X) const;
@@ -255,7 +255,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
-    void changeEvent(QEvent* event) override;
     void childEvent(QChildEvent* event) override;
     bool event(QEvent* event) override;
 
@@ -286,7 +285,6 @@ private:
     int FUpdateCount = 0;
     QList<QPointer<QWidget>> FLegends;
     bool FPaintingToMetafile = false;
-    bool FAxesCreated = false;
     bool FCalculating = false;
     quint64 FModifyStamp = 0;
 };
