@@ -233,13 +233,18 @@ TEST(VxIniList, ArrayReadersPassShortListErrorsOn)
 
 TEST(VxIniList, MalformedValuesKeepDefaults)
 {
-    TVxIniList list = ListOf({"[A]", "p=7", "v=1;2;x;", "[XY]", "a=1;2", "junk", "b=3 4", "c=5", "d=6;7;8"});
+    TVxIniList list = ListOf({"[A]", "p=7", "q=1;1E999", "v=1;2;x;", "w=1;2E999;3", "[XY]", "a=1;2",
+                              "junk", "b=3 4", "c=5", "h=1E999;0", "d=6;7;8"});
     TVxRealPos p{1, 1};
     list.ReadRealPos("A", "p", p); // only one number: kept
+    EXPECT_EQ(p, (TVxRealPos{1, 1}));
+    list.ReadRealPos("A", "q", p); // a number beyond the double range is malformed too
     EXPECT_EQ(p, (TVxRealPos{1, 1}));
     TVxRealVector v;
     list.ReadRealVector("A", "v", v);
     EXPECT_EQ(v.ToArray(), (TVxRealArray{1, 2}));
+    list.ReadRealVector("A", "w", v);
+    EXPECT_EQ(v.ToArray(), (TVxRealArray{1}));
 
     TVxRealVector x, y;
     x.Add(42);

@@ -375,7 +375,8 @@ void TVxIniList::ReadRealVector(const QString& Section, const QString& Key, TVxR
 {
     QString s = ReadString(Section, Key, QString());
     Vector.Clear();
-    // A malformed element ends the list: the numbers before it are kept.
+    // A malformed element (no number, or one beyond the double range) ends the list: the
+    // numbers before it are kept.
     try {
         while (!s.isEmpty()) {
             const int before = s.size();
@@ -384,6 +385,7 @@ void TVxIniList::ReadRealVector(const QString& Section, const QString& Key, TVxR
                 break;
         }
     } catch (const EConvertError&) {
+    } catch (const EMathError&) {
     }
 }
 
@@ -403,6 +405,7 @@ void TVxIniList::ReadRealPos(const QString& Section, const QString& Key, TVxReal
         p.Y = ExtractOneReal(s);
         Pos = p;
     } catch (const EConvertError&) {
+    } catch (const EMathError&) {
     }
 }
 
@@ -421,6 +424,8 @@ void TVxIniList::ReadXYVector(const QString& Section, TVxRealVector& XVector, TV
             YVector.Add(y);
         } catch (const EConvertError&) {
             // a line without two numbers is skipped, keeping the vectors paired
+        } catch (const EMathError&) {
+            // as is one with a number beyond the double range
         }
     }
 }
