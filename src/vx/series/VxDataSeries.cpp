@@ -6,6 +6,7 @@
 #include "vx/graph/VxGraph2D.h"
 #include "vx/platform/VxCanvas.h"
 #include "vx/platform/VxComponent.h"
+#include "vx/series/VxLineLayer.h"
 #include "vx/series/VxPolylineReducer.h"
 #include "vx/series/VxSymbolStamp.h"
 
@@ -67,7 +68,8 @@ TVxSeries::TVxSeries(QObject* AOwner)
       FXRange(std::make_unique<TRange>()), FYRange(std::make_unique<TRange>()),
       FLineStyle(std::make_unique<TVxLineStyle>(this)), FAreaStyle(std::make_unique<TVxAreaStyle>(this)),
       FChilds(std::make_unique<TVxSeriesList>()), FSettings(std::make_unique<TVxIniList>()),
-      FReducer(std::make_unique<TVxPolylineReducer>()), FSymbolLayer(std::make_unique<TVxSymbolLayer>())
+      FReducer(std::make_unique<TVxPolylineReducer>()), FSymbolLayer(std::make_unique<TVxSymbolLayer>()),
+      FLineLayer(std::make_unique<TVxLineLayer>())
 {
     FAreaStyle->SetVisible(false);
     FPointsDirty = true;
@@ -343,10 +345,8 @@ void TVxSeries::SetPointsCount()
     FPoints->SetCount(FPointsCount);
     if (FCachedCount > FPointsCount)
         FCachedCount = FPointsCount;
-    if (FReducedCount > FPointsCount) {
-        FReducer->Clear();
-        FReducedCount = 0;
-    }
+    if (FReducedCount > FPointsCount)
+        ResetReducer();
 }
 
 int TVxSeries::XIdxNeeded() const
@@ -420,9 +420,10 @@ void TVxSeries::GetNewXStartStop()
 {
     double mn, mx;
     const double* x = FXData ? FXData->Data() : nullptr;
+    const double* y = FYData ? FYData->Data() : nullptr;
     ScanRange(
-        XIdxNeeded(), [x](int i) { return x[i]; }, [this](int i) { return XScanValid(i); }, mn, FXMinIdx, mx,
-        FXMaxIdx);
+        std::min(XIdxNeeded(), CountOf(FYData)), [x](int i) { return x[i]; },
+        [x, y](int i) { return std::isfinite(x[i]) && std::isfinite(y[i]); }, mn, FXMinIdx, mx, FXMaxIdx);
     SetRangeIfChanged(*FXRange, mn, mx);
     Modified();
 }
@@ -431,9 +432,10 @@ void TVxSeries::GetNewYStartStop()
 {
     double mn, mx;
     const double* y = FYData ? FYData->Data() : nullptr;
+    const double* x = FXData ? FXData->Data() : nullptr;
     ScanRange(
-        YIdxNeeded(), [y](int i) { return y[i]; }, [this](int i) { return YScanValid(i); }, mn, FYMinIdx, mx,
-        FYMaxIdx);
+        std::min(YIdxNeeded(), CountOf(FXData)), [y](int i) { return y[i]; },
+        [x, y](int i) { return std::isfinite(x[i]) && std::isfinite(y[i]); }, mn, FYMinIdx, mx, FYMaxIdx);
     SetRangeIfChanged(*FYRange, mn, mx);
     Modified();
 }
@@ -470,7 +472,7 @@ void TVxSeries::CalcXValue(int Index)
     if (!FXData || Index < 0 || Index >= FXData->Count())
         return;
     const double v = FXData->Data()[Index];
-    if (FoldIntoRange(*FXRange, Index, XScanValid(Index), v, v, FXMinIdx, FXMaxIdx, [this] { GetNewXStartStop(); }))
+    if (FoldIntoRange(*FXRange, Index, IsValidPoint(Index), v, v, FXMinIdx, FXMaxIdx, [this] { GetNewXStartStop(); }))
         Modified();
 }
 
@@ -479,7 +481,7 @@ void TVxSeries::CalcYValue(int Index)
     if (!FYData || Index < 0 || Index >= FYData->Count())
         return;
     const double v = FYData->Data()[Index];
-    if (FoldIntoRange(*FYRange, Index, YScanValid(Index), v, v, FYMinIdx, FYMaxIdx, [this] { GetNewYStartStop(); }))
+    if (FoldIntoRange(*FYRange, Index, IsValidPoint(Index), v, v, FYMinIdx, FYMaxIdx, [this] { GetNewYStartStop(); }))
         Modified();
 }
 
@@ -502,16 +504,64 @@ void TVxSeries::CalculateEachPoint(int From, int To)
         CalculatePoint(i);
 }
 
+namespace {
+
+// The linear branch of TVxAxisMap::RealToIntPosition for a finite value, inlined for the
+// bulk mapping: the same quotient, rounded half to even and saturated the same way.
+class TLinearMap {
+public:
+    explicit TLinearMap(const TVxAxisMap& Map)
+        : FForward(Map.Forward()), FLength(Map.AxisLength()), FScale(Map.Scale()),
+          FStart(Map.IntToRealPosition(Map.Forward() ? 0 : Map.AxisLength()))
+    {
+    }
+    int operator()(double V) const
+    {
+        const double q = (V - FStart) / FScale;
+        int d;
+        if (q >= -1073741824.0 && q <= 1073741823.0)
+            d = int((q + kRound) - kRound); // round half to even in the default mode
+        else
+            d = q > 0 ? INT_MAX / 2 : INT_MIN / 2;
+        return FForward ? d : FLength - d;
+    }
+
+private:
+    static constexpr double kRound = 6755399441055744.0; // 1.5 * 2^52
+    bool FForward;
+    int FLength;
+    double FScale;
+    double FStart;
+};
+
+bool IsLinear(const TVxAxis* Axis)
+{
+    return Axis->Scaling() == AxNormal && Axis->Scale() > 0.0;
+}
+
+} // namespace
+
 void TVxSeries::CalculatePointRange(int From, int To)
 {
     if (From >= To || !FXAxis || !FYAxis)
         return;
     ++FPixelsVersion;
-    const TVxAxisMap xm = FXAxis->Map();
-    const TVxAxisMap ym = FYAxis->Map();
     const double* x = FXData->Data();
     const double* y = FYData->Data();
     QPoint* p = FPoints->GetPointer(0);
+    if (IsLinear(FXAxis) && IsLinear(FYAxis)) {
+        const TLinearMap xm(FXAxis->Map());
+        const TLinearMap ym(FYAxis->Map());
+        for (int i = From; i < To; ++i) {
+            if (std::isfinite(x[i]) && std::isfinite(y[i]))
+                p[i] = QPoint(xm(x[i]), ym(y[i]));
+            else
+                p[i] = QPoint(kInvalidPixel, kInvalidPixel);
+        }
+        return;
+    }
+    const TVxAxisMap xm = FXAxis->Map();
+    const TVxAxisMap ym = FYAxis->Map();
     for (int i = From; i < To; ++i) {
         if (std::isfinite(x[i]) && std::isfinite(y[i]))
             p[i] = QPoint(xm.RealToIntPosition(x[i]), ym.RealToIntPosition(y[i]));
@@ -530,16 +580,20 @@ void TVxSeries::InvalidatePixels()
 {
     ++FPixelsVersion;
     FCachedCount = 0;
-    FReducedCount = 0;
+    ResetReducer();
+}
+
+void TVxSeries::ResetReducer()
+{
     FReducer->Clear();
+    FReducedCount = 0;
+    ++FReducerGeneration;
 }
 
 void TVxSeries::PixelChanged(int Index)
 {
-    if (Index < FReducedCount) {
-        FReducer->Clear();
-        FReducedCount = 0;
-    }
+    if (Index < FReducedCount)
+        ResetReducer();
 }
 
 void TVxSeries::CalculatePoints()
@@ -824,8 +878,7 @@ void TVxSeries::DrawLine(TCanvas& Canvas)
         Canvas.SetPen(pen);
         if (pen.Width() == 0 && pen.Style() == psSolid) {
             UpdateReducedLine();
-            for (const auto& run : FReducer->Runs())
-                DrawPolyline(run.Points, run.Count, Canvas);
+            FLineLayer->Draw(Canvas, *FReducer, FReducerGeneration, p, FPointsCount, kInvalidPixel);
         } else {
             for (int i = 0; i < FPointsCount;) {
                 while (i < FPointsCount && p[i].x() == kInvalidPixel)

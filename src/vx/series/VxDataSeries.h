@@ -52,6 +52,7 @@ class TVxIntegerVector;
 class TVxPointVector;
 class TVxPolylineReducer;
 class TVxSeriesList;
+class TVxLineLayer;
 class TVxSymbolLayer;
 
 // Restores the canvas pen, brush and clip when a drawing step ends.
@@ -212,9 +213,6 @@ protected:
     void BindToOwnerGraph();
     // True for point Index (< PointsCount) when x and y are finite.
     bool IsValidPoint(int Index) const;
-    // Whether x (y) of Index takes part in the range scan; by default a valid point.
-    virtual bool XScanValid(int Index) const { return IsValidPoint(Index); }
-    virtual bool YScanValid(int Index) const { return IsValidPoint(Index); }
     // Marks point Index as not drawable.
     void SetInvalidPoint(int Index);
     // The pixel cache may be extended instead of recomputed when every vector it depends
@@ -224,6 +222,7 @@ protected:
     void InvalidatePixels();
     // Point Index changed in place (not appended): the reduced line is rebuilt.
     void PixelChanged(int Index);
+    void ResetReducer();
     // References to other components are watched by role: when the component is
     // destroyed, ComponentRemoved(Role) clears the reference (the platform's Notification).
     enum : int { wrXData, wrYData, wrWeight, wrXAxis, wrYAxis, wrDrawingWorld, wrFirstFree };
@@ -278,6 +277,9 @@ protected:
     std::unique_ptr<TVxIniList> FSettings;
     std::unique_ptr<TVxPolylineReducer> FReducer;
     std::unique_ptr<TVxSymbolLayer> FSymbolLayer;
+    std::unique_ptr<TVxLineLayer> FLineLayer;
+    // Changes whenever the reduction restarts (keys the line layer).
+    quint64 FReducerGeneration = 0;
     // Changes whenever a pixel position may have changed (keys the symbol layer).
     quint64 FPixelsVersion = 0;
     QPointer<TVxCustomRealVector> FXData;
