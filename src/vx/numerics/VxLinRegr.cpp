@@ -127,8 +127,8 @@ void LineFit(const TSelection& s, bool weighted, TVxLinearRegessionResults& Resu
 
     try {
         Results.DeltaSlope = FSqrt(FDiv(Results.ChiSquare, FMul(n - 2.0, Sxx)));
-        Results.DeltaOffset = FSqrt(FMul(FAdd(FDiv(Sqr(ax), Sxx), FDiv(1.0, n)),
-            FDiv(Results.ChiSquare, n - 2.0)));
+        Results.DeltaOffset = FSqrt(FDiv(FMul(FAdd(FDiv(Sqr(ax), Sxx), FDiv(1.0, n)),
+            Results.ChiSquare), n - 2.0));
     } catch (EMathError&) {
         Results.DeltaSlope = 0.0;
         Results.DeltaOffset = 0.0;
