@@ -442,3 +442,40 @@ TEST(VxCanvas, PolylineAndPolygonOutlinesDrawEveryVertexExactlyOnce)
     for (const QPoint& p : shape)
         EXPECT_FALSE(IsWhite(xored, p.x(), p.y())) << p.x() << "," << p.y();
 }
+
+TEST(VxCanvas, PolylineMatchesItsSegmentsDrawnOneByOne)
+{
+    // Fixed pseudo-random zig-zags: one Polyline call must set the same pixels as
+    // MoveTo/LineTo per segment, and each LineTo its start pixel but not its end pixel.
+    unsigned seed = 12345;
+    auto next = [&seed](int range) {
+        seed = seed * 1103515245u + 12345u;
+        return static_cast<int>((seed >> 16) % static_cast<unsigned>(range));
+    };
+    for (int trial = 0; trial < 200; ++trial) {
+        SCOPED_TRACE(trial);
+        std::vector<QPoint> points;
+        for (int i = 0; i < 8; ++i)
+            points.emplace_back(5 + next(50), 5 + next(50));
+        QImage whole = WhiteImage(60, 60);
+        QImage pieces = WhiteImage(60, 60);
+        {
+            TCanvas c(&whole);
+            c.Polyline(points);
+        }
+        for (std::size_t i = 0; i + 1 < points.size(); ++i) {
+            QImage single = WhiteImage(60, 60);
+            TCanvas one(&single);
+            one.MoveTo(points[i].x(), points[i].y());
+            one.LineTo(points[i + 1].x(), points[i + 1].y());
+            if (points[i] != points[i + 1]) {
+                ASSERT_FALSE(IsWhite(single, points[i].x(), points[i].y()));
+                ASSERT_TRUE(IsWhite(single, points[i + 1].x(), points[i + 1].y()));
+            }
+            TCanvas c(&pieces);
+            c.MoveTo(points[i].x(), points[i].y());
+            c.LineTo(points[i + 1].x(), points[i + 1].y());
+        }
+        ASSERT_EQ(whole, pieces);
+    }
+}

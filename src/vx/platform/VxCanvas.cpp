@@ -213,10 +213,13 @@ void TCanvas::LineTo(int X, int Y)
         return;
     ApplyPen();
     ApplyMode(FPen.Mode());
-    if (SegmentsExact())
+    if (SegmentsExact()) {
+        FLines.clear();
         StrokeSegment(from, FPenPos);
-    else
+        FlushLines();
+    } else {
         FPainter->drawLine(from, FPenPos);
+    }
 }
 
 bool TCanvas::SegmentsExact() const
@@ -226,36 +229,40 @@ bool TCanvas::SegmentsExact() const
     return FPen.Width() <= 1 && (FPen.Style() == psSolid || FPen.Style() == psInsideFrame);
 }
 
-void TCanvas::DrawRun(bool XMajor, int Minor, int Low, int High)
+void TCanvas::AddRun(bool XMajor, int Minor, int Low, int High)
 {
     // An ascending axis-parallel line: Qt covers exactly Low..High.
-    const QLine run = XMajor ? QLine(Low, Minor, High + 1, Minor) : QLine(Minor, Low, Minor, High + 1);
-    FPainter->drawLines(&run, 1);
+    FLines.push_back(XMajor ? QLine(Low, Minor, High + 1, Minor) : QLine(Minor, Low, Minor, High + 1));
+}
+
+void TCanvas::FlushLines()
+{
+    if (!FLines.empty())
+        FPainter->drawLines(FLines.data(), static_cast<int>(FLines.size()));
+    FLines.clear();
 }
 
 void TCanvas::StrokeSegment(const QPoint& A, const QPoint& B)
 {
-    // Qt's one-pixel lines cover the half-open span [low, high) of their major axis,
-    // whatever their direction; the platform's cover [start, end). Segments that run
-    // towards higher coordinates agree. Axis-parallel and diagonal ones running back are
-    // moved one step back along themselves. Other slopes running back are drawn as
-    // axis-parallel runs of the rasterized segment (Qt would misplace the start pixel of
-    // a fractional line).
+    // Adds the lines for one segment to FLines. Qt's one-pixel lines cover the half-open
+    // span [low, high) of their major axis whatever their direction; the platform's
+    // cover [start, end). Segments that run towards higher coordinates agree.
+    // Axis-parallel and diagonal ones running back are moved one step back along
+    // themselves. Other slopes running back become axis-parallel runs of the rasterized
+    // segment (moving them by a fractional step would misplace their start pixel).
     const int dx = B.x() - A.x();
     const int dy = B.y() - A.y();
     const bool xMajor = std::abs(dx) >= std::abs(dy);
     const int major = xMajor ? dx : dy;
     const int minor = xMajor ? dy : dx;
     if (major >= 0) {
-        const QLine line(A, B);
-        FPainter->drawLines(&line, 1);
+        FLines.emplace_back(A, B);
         return;
     }
     const int n = -major;
     if (minor == 0 || std::abs(minor) == n) {
         const QPoint back(-dx / n, -dy / n);
-        const QLine line(A + back, B + back);
-        FPainter->drawLines(&line, 1);
+        FLines.emplace_back(B + back, A + back); // ascending, as every line handed over
         return;
     }
     // Only the steps inside the visible area are walked (far-off points cost nothing).
@@ -278,12 +285,12 @@ void TCanvas::StrokeSegment(const QPoint& A, const QPoint& B)
     for (int k = kFirst + 1; k <= kLast; ++k) {
         const int m = minorAt(k);
         if (m != runMinor) {
-            DrawRun(xMajor, runMinor, startMajor - k + 1, runHigh);
+            AddRun(xMajor, runMinor, startMajor - k + 1, runHigh);
             runMinor = m;
             runHigh = startMajor - k;
         }
     }
-    DrawRun(xMajor, runMinor, startMajor - kLast, runHigh);
+    AddRun(xMajor, runMinor, startMajor - kLast, runHigh);
 }
 
 QRect TCanvas::VisibleRect()
@@ -302,13 +309,15 @@ QRect TCanvas::VisibleRect()
 
 void TCanvas::StrokeSegments(const QPoint* Points, int Count, bool Closed)
 {
-    // One call per segment: within one call Qt joins consecutive lines and may add a
-    // pixel at the joint.
+    // All segments go to Qt as ascending integer lines in one call; such lines do not
+    // interact at their joints (fractional ones would).
+    FLines.clear();
     for (int i = 0; i + 1 < Count; ++i)
         if (Points[i] != Points[i + 1])
             StrokeSegment(Points[i], Points[i + 1]);
     if (Closed && Points[Count - 1] != Points[0])
         StrokeSegment(Points[Count - 1], Points[0]);
+    FlushLines();
 }
 
 void TCanvas::Polyline(const QPoint* Points, int Count)

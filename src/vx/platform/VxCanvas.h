@@ -4,6 +4,7 @@
 #include "vx/platform/VxGraphics.h"
 
 #include <QFontMetrics>
+#include <QLine>
 #include <QPalette>
 #include <QPoint>
 #include <QRect>
@@ -145,7 +146,8 @@ private:
     bool SegmentsExact() const;
     void StrokeSegment(const QPoint& A, const QPoint& B);
     void StrokeSegments(const QPoint* Points, int Count, bool Closed);
-    void DrawRun(bool XMajor, int Minor, int Low, int High);
+    void AddRun(bool XMajor, int Minor, int Low, int High);
+    void FlushLines();
     QRect VisibleRect();
     void ShapeOutline(bool Ellipse, int X1, int Y1, int X2, int Y2);
     void DrawText(int X, int Y, int Angle, const QString& Text);
@@ -172,7 +174,8 @@ private:
     bool FFontApplied = false;
     std::optional<QFontMetrics> FMetrics;
     int FAppliedModeOp = -1;
-    QRect FVisible; // logical area that can receive pixels
+    std::vector<QLine> FLines; // reused buffer of one-pixel lines
+    QRect FVisible;            // logical area that can receive pixels
     bool FVisibleValid = false;
 };
 
