@@ -159,10 +159,10 @@ void PolyFit(const TPoints& p, bool weighted, TVxPolynomRegessionResults& Result
         const double w = p.Abs(i);
         const double x = p.X[i];
         const double y = p.Y[i];
-        Sxx += w * (x - ax) * (x - ax);
-        Syy += w * (y - ay) * (y - ay);
+        Sxx += w * ((x - ax) * (x - ax));
+        Syy += w * ((y - ay) * (y - ay));
         const double res = y - EvaluatePolynomial(Results.Coeffs, x, short(Order));
-        chi += w * res * res;
+        chi += w * (res * res);
     }
     CheckFinite(Sxx);
     CheckFinite(Syy);
