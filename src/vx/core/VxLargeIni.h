@@ -92,11 +92,13 @@ public:
 
     // All values of the vector joined by ";" (empty for an empty vector).
     void WriteRealVector(const QString& Section, const QString& Key, const TVxCustomRealVector& Vector);
-    // Clears the vector, then adds the numbers of the value one by one.
+    // Clears the vector (also for a missing key), then adds the numbers of the value one by
+    // one; a malformed element ends the list.
     void ReadRealVector(const QString& Section, const QString& Key, TVxRealVector& Vector) const;
 
     // "X;Y".
     void WriteRealPos(const QString& Section, const QString& Key, const TVxRealPos& Pos);
+    // X then Y from a non-empty value; a value without two valid numbers keeps Pos.
     void ReadRealPos(const QString& Section, const QString& Key, TVxRealPos& Pos) const;
 
     // Clears both vectors, then adds the first number of every non-empty line of the
