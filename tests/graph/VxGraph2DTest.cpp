@@ -231,6 +231,24 @@ TEST(VxGraph2D, FourSidesStackOutward)
     EXPECT_EQ(right->AxisLength(), g.PrimaryYAxis()->AxisLength());
 }
 
+TEST(VxGraph2D, FreeFloatingAxisKeepsItsPlace)
+{
+    auto g = FramedGraph();
+    auto* free = new TVxAxis(g.get());
+    free->SetPosition(AxFreeFloating);
+    free->move(300, 0);
+    g->EnsureCalculated();
+    const QRect world = g->DrawingWorld()->geometry();
+    const int lineX = free->x() + free->LineX();
+    EXPECT_EQ(lineX, 300 + free->LineX());
+    EXPECT_EQ(free->y() + free->LineY(), world.top());
+    EXPECT_EQ(free->AxisLength(), g->PrimaryYAxis()->AxisLength());
+    // Moving it by hand keeps the new place at the next layout.
+    free->move(200, free->y());
+    g->EnsureCalculated();
+    EXPECT_EQ(free->x(), 200);
+}
+
 TEST(VxGraph2D, RenderedFrameGridAndAxes)
 {
     auto g = FramedGraph();

@@ -776,14 +776,12 @@ void TVxAxis::CalculateEnds()
     FRange->SetStartStop(FScale.Start, FScale.Stop);
 }
 
-TVxAxis::TMeasuredText TVxAxis::Measure(const QString& text, const TFont& font) const
+TVxAxis::TMeasuredText TVxAxis::Measure(TCanvas& canvas, const QString& text, const TFont& font)
 {
     TMeasuredText m;
     m.Text = text;
     if (text.isEmpty())
         return m;
-    static QImage device(1, 1, QImage::Format_ARGB32_Premultiplied);
-    TCanvas canvas(&device);
     canvas.SetFont(font);
     TVxCaptionRec rec;
     rec.Text = text;
@@ -816,17 +814,18 @@ void TVxAxis::CalculateTicks()
     FScale.MajorTickPart = FTicks.MajorTickPart;
     FScale.LabelPart = FTicks.LabelPart;
 
-    // Measure labels apart from placing them.
+    // Measure labels apart from placing them (a device-less canvas: fonts are pixel-sized).
+    TCanvas canvas(static_cast<QPainter*>(nullptr));
     FLabelTexts.clear();
     FMaxLabelWidth = 0;
     FMaxLabelHeight = 0;
     for (const TVxAxisTickLabel& l : FTicks.Labels) {
-        FLabelTexts.push_back(Measure(l.Text, *FFont));
+        FLabelTexts.push_back(Measure(canvas, l.Text, *FFont));
         FMaxLabelWidth = std::max(FMaxLabelWidth, FLabelTexts.back().Width);
         FMaxLabelHeight = std::max(FMaxLabelHeight, FLabelTexts.back().Height());
     }
-    FExponentText = Measure(FTicks.ExponentLabel, *FFont);
-    FCaptionText = Measure(FShowCaption ? FCaption : QString(), *FCaptionFont);
+    FExponentText = Measure(canvas, FTicks.ExponentLabel, *FFont);
+    FCaptionText = Measure(canvas, FShowCaption ? FCaption : QString(), *FCaptionFont);
     UpdateMap();
     FTicksChanged = false;
 }

@@ -399,7 +399,7 @@ private:
     int LabelStart() const;
     int LabelBandExtent() const;
     int OuterThickness() const;
-    TMeasuredText Measure(const QString& text, const TFont& font) const;
+    static TMeasuredText Measure(TCanvas& canvas, const QString& text, const TFont& font);
     void Invalidate();
     void SetLayoutChanged();
     void SetTicksChanged();

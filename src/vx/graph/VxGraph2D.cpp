@@ -374,12 +374,21 @@ void TVx2DGraph::CreateAxes()
             axis->show();
         return axis;
     };
+    // An axis found on the owner moves into the graph, where axes are laid out.
+    auto adopt = [this](TVxAxis* axis) {
+        if (axis && axis->parentWidget() != this) {
+            axis->setParent(this);
+            if (isVisible())
+                axis->show();
+        }
+        return axis;
+    };
     if (!FPrimaryXAxis) {
-        TVxAxis* x = LastAxisAt(this, AxBottomPos);
+        TVxAxis* x = adopt(LastAxisAt(this, AxBottomPos));
         SetPrimaryXAxis(x ? x : make(AxBottomPos, "XAxis"));
     }
     if (!FPrimaryYAxis) {
-        TVxAxis* y = LastAxisAt(this, AxLeftPos);
+        TVxAxis* y = adopt(LastAxisAt(this, AxLeftPos));
         if (!y) {
             // Ticks of a new y axis point away from the data, like those of the x axis.
             y = make(AxLeftPos, "YAxis");
