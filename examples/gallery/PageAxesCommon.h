@@ -5,9 +5,13 @@
 #include "vx/graph/VxAxis.h"
 #include "vx/graph/VxGraph2D.h"
 #include "vx/graph/VxLabel.h"
+#include "vx/core/VxVector.h"
+#include "vx/series/VxDataSeries.h"
 
 #include <QHBoxLayout>
 #include <QWidget>
+#include <cmath>
+#include <functional>
 
 namespace gallery {
 
@@ -64,6 +68,29 @@ inline void ShowRange(vx::TVxAxis* Axis, double Start, double Stop, const QStrin
         Axis->SetDoUserCaption(true);
         Axis->SetShowCaption(true);
     }
+}
+
+// A line through F(x) at Count points spread evenly over [X0, X1] (on a logarithmic
+// scale when LogSpaced), drawn on the graph's primary axes.
+inline vx::TVxLineSeries* AddCurve(vx::TVx2DGraph* Graph, double X0, double X1, int Count,
+                                   const std::function<double(double)>& F, vx::TColor Color,
+                                   bool LogSpaced = false, vx::TPenStyle Style = vx::psSolid)
+{
+    auto* x = new vx::TVxRealVector(Graph);
+    auto* y = new vx::TVxRealVector(Graph);
+    for (int i = 0; i < Count; ++i) {
+        const double t = double(i) / (Count - 1);
+        const double v = LogSpaced ? X0 * std::pow(X1 / X0, t) : X0 + (X1 - X0) * t;
+        x->Add(v);
+        y->Add(F(v));
+    }
+    auto* series = new vx::TVxLineSeries(Graph);
+    series->LineStyle().SetColor(Color);
+    series->LineStyle().SetStyle(Style);
+    series->LineStyle().SetWidth(Style == vx::psSolid ? 2 : 1);
+    series->SetXData(x);
+    series->SetYData(y);
+    return series;
 }
 
 // Two graphs side by side.

@@ -28,7 +28,7 @@ QWidget* CreateLabels()
 
     AddLabel(graph, "E = \\bm\\bc\\+2\\+  and H\\-2\\-O", 0, QPoint(120, 60));
     AddLabel(graph, QStringLiteral(u"\\iDiagonal:\\i  \\sa\\s  + \\sb\\s  = 90\\s\u00B0\\s"), 450, QPoint(150, 150));
-    AddLabel(graph, "\\bVertical\\b: \\iU\\i\\-out\\- / mV", 900, QPoint(90, 150), true);
+    AddLabel(graph, "\\bVertical\\b: \\iU\\i\\-out\\-  / mV", 900, QPoint(90, 150), true);
     AddLabel(graph, QStringLiteral(u"CO\\-2\\-  + H\\-2\\-O \\s\u00AE\\s  H\\-2\\-CO\\-3\\-"), -300, QPoint(420, 60));
     AddLabel(graph, "\\uUnderlined\\u  and \\ostruck\\o, upside down", 1800, QPoint(380, 300));
     AddLabel(graph, QStringLiteral(u"\\s\u00B6\\s\\iu\\i/\\s\u00B6\\s\\it\\i  = \\s\u00D1\\s\\+2\\+\\iu\\i,   \\sS\\s\\-\\ii\\i\\-\\ix\\i\\-\\ii\\i\\-\\+2\\+  \\s\u00A3 \u00A5\\s"),

@@ -11,6 +11,11 @@ QWidget* CreateLogAxes()
     TVx2DGraph* graph = gallery::NewGraph("Frequency response of a low-pass filter", nullptr, true);
     gallery::ShowRange(graph->XAxis(), 0.01, 1000, "Frequency \\if\\i  / kHz", AxLog);
     gallery::ShowRange(graph->YAxis(), 1e-6, 1e2, "Transmitted power \\iP\\i  / W", AxLogEE);
+    // First- and third-order low-pass filters with a corner at 1 kHz, 10 W in.
+    for (int order : {1, 3})
+        gallery::AddCurve(graph, 0.01, 1000, 300,
+                          [order](double f) { return 10 / std::pow(1 + f * f, order); },
+                          order == 1 ? clNavy : clMaroon, true);
     return graph;
 }
 

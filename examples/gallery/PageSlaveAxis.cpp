@@ -12,6 +12,9 @@ QWidget* CreateSlaveAxis()
     gallery::ShowRange(graph->XAxis(), 0, 24, "Time of day / h");
     TVxAxis* master = graph->YAxis();
     gallery::ShowRange(master, 12.5, 31.5, QStringLiteral(u"Temperature / \\s\u00B0\\sC"));
+    gallery::AddCurve(graph, 0, 24, 200,
+                      [](double h) { return 21 + 7 * std::sin((h - 9) * 3.14159265 / 12) + 0.6 * std::sin(h * 1.1); },
+                      clMaroon);
     auto* slave = new TVxAxis(graph);
     slave->setObjectName("RightAxis");
     slave->SetPosition(AxRightPos);
