@@ -1,6 +1,7 @@
 #include "vx/graph/VxDraw.h"
 
 #include "vx/platform/VxCanvas.h"
+#include "support/PixelProbe.h"
 #include "support/RecordingDevice.h"
 
 #include <QCoreApplication>
@@ -10,8 +11,7 @@
 #include <gtest/gtest.h>
 
 using namespace vx;
-using vx::test::RecordedPrimitive;
-using vx::test::RecordingDevice;
+using namespace vx::test;
 
 namespace {
 
@@ -31,33 +31,6 @@ protected:
     void paintEvent(QPaintEvent*) override { ++paints; }
 };
 
-QImage WhiteImage(int w = 40, int h = 40)
-{
-    QImage image(w, h, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    return image;
-}
-
-bool Ink(const QImage& image, int x, int y)
-{
-    return image.pixel(x, y) != qRgb(255, 255, 255);
-}
-
-TColor At(const QImage& image, int x, int y)
-{
-    return FromQColor(QColor::fromRgb(image.pixel(x, y)));
-}
-
-QRect InkBounds(const QImage& image)
-{
-    QRect r;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            if (Ink(image, x, y))
-                r |= QRect(x, y, 1, 1);
-    return r;
-}
-
 QImage RenderSymbol(TVxPointSymbol symbol, int r, TColor pen = clBlue, TColor brush = clYellow)
 {
     QImage image = WhiteImage();
@@ -69,24 +42,6 @@ QImage RenderSymbol(TVxPointSymbol symbol, int r, TColor pen = clBlue, TColor br
 }
 
 } // namespace
-
-TEST(VxDrawStyles, InitialValues)
-{
-    TVxLineStyle line;
-    EXPECT_TRUE(line.Visible());
-    EXPECT_EQ(line.Color(), clRed);
-    EXPECT_EQ(line.Style(), psSolid);
-    EXPECT_EQ(line.Width(), 1);
-    TVxAreaStyle area;
-    EXPECT_TRUE(area.DrawXOred());
-    EXPECT_EQ(area.Color(), 0x808080);
-    EXPECT_EQ(area.Style(), bsSolid);
-    TVxPointStyle point;
-    EXPECT_EQ(point.Color(), clBlue);
-    EXPECT_EQ(point.Style(), SyCircle);
-    EXPECT_EQ(point.Size(), 5);
-    EXPECT_EQ(point.Width(), 1);
-}
 
 TEST(VxDrawStyles, NegativeSizeBecomesFiveAndNegativeWidthsZero)
 {

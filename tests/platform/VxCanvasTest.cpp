@@ -1,5 +1,6 @@
 #include "vx/platform/VxCanvas.h"
 
+#include "support/PixelProbe.h"
 #include "support/RecordingDevice.h"
 
 #include <QImage>
@@ -7,49 +8,7 @@
 #include <gtest/gtest.h>
 
 using namespace vx;
-using vx::test::RecordedPrimitive;
-using vx::test::RecordingDevice;
-
-namespace {
-
-QImage WhiteImage(int w = 40, int h = 40)
-{
-    QImage image(w, h, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    return image;
-}
-
-bool IsWhite(const QImage& image, int x, int y)
-{
-    return image.pixel(x, y) == qRgb(255, 255, 255);
-}
-
-TColor At(const QImage& image, int x, int y)
-{
-    return FromQColor(QColor::fromRgb(image.pixel(x, y)));
-}
-
-// Bounding box of the non-white pixels (empty if none).
-QRect InkBounds(const QImage& image)
-{
-    QRect r;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            if (!IsWhite(image, x, y))
-                r |= QRect(x, y, 1, 1);
-    return r;
-}
-
-int InkCount(const QImage& image)
-{
-    int n = 0;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            n += IsWhite(image, x, y) ? 0 : 1;
-    return n;
-}
-
-} // namespace
+using namespace vx::test;
 
 TEST(VxCanvas, LineToLeavesOutTheEndPixelAndMovesPenPos)
 {

@@ -131,18 +131,3 @@ TEST(VxGraphics, FontChangeCallbackFiresOncePerRealChange)
     copy.SetSize(30);
     EXPECT_EQ(calls, 4);
 }
-
-TEST(VxGraphics, PenWidthNeverNegativeAndStylesMapToQt)
-{
-    TPen pen;
-    pen.SetWidth(-4);
-    EXPECT_EQ(pen.Width(), 0);
-    EXPECT_EQ(ToQtPenStyle(psClear), Qt::NoPen);
-    EXPECT_EQ(ToQtPenStyle(psDashDotDot), Qt::DashDotDotLine);
-    EXPECT_EQ(ToQtBrushStyle(bsClear), Qt::NoBrush);
-    EXPECT_EQ(ToQtBrushStyle(bsDiagCross), Qt::DiagCrossPattern);
-    // Ordinals are stored in settings files.
-    EXPECT_EQ(static_cast<int>(psClear), 5);
-    EXPECT_EQ(static_cast<int>(pmXor), 14);
-    EXPECT_EQ(static_cast<int>(bsDiagCross), 7);
-}

@@ -1,0 +1,55 @@
+#pragma once
+// Pixel probes for paint tests: white test images and where ink landed on them.
+
+#include "vx/platform/VxGraphics.h"
+
+#include <QImage>
+#include <QRect>
+
+namespace vx::test {
+
+// An opaque white image (the background every probe compares against).
+inline QImage WhiteImage(int width = 40, int height = 40)
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    return image;
+}
+
+inline bool IsWhite(const QImage& image, int x, int y)
+{
+    return image.pixel(x, y) == qRgb(255, 255, 255);
+}
+
+inline bool Ink(const QImage& image, int x, int y)
+{
+    return !IsWhite(image, x, y);
+}
+
+// The colour of pixel (x, y) as a platform colour value.
+inline TColor At(const QImage& image, int x, int y)
+{
+    return FromQColor(QColor::fromRgb(image.pixel(x, y)));
+}
+
+// Bounding box of the non-white pixels (empty if none).
+inline QRect InkBounds(const QImage& image)
+{
+    QRect r;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (Ink(image, x, y))
+                r |= QRect(x, y, 1, 1);
+    return r;
+}
+
+inline int InkCount(const QImage& image)
+{
+    int n = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            n += Ink(image, x, y) ? 1 : 0;
+    return n;
+}
+
+} // namespace vx::test
