@@ -425,6 +425,11 @@ TEST(TVxLabel, RotatedLabelContainsItsText)
         ASSERT_FALSE(ink.isEmpty());
         EXPECT_TRUE(QRect(9, 9, label.width() + 2, label.height() + 2).contains(ink));
     }
+    // The published properties reach the same setters.
+    EXPECT_TRUE(label.setProperty("Alignment", QVariant::fromValue(taCenter)));
+    EXPECT_EQ(label.Alignment(), taCenter);
+    EXPECT_TRUE(label.setProperty("Angle", 0));
+    EXPECT_EQ(label.height(), Measure(label.Caption()).Bottom - Measure(label.Caption()).Top);
     // Opaque labels fill their rectangle with Color first.
     label.SetTransparent(false);
     QImage image = WhiteImage(label.width(), label.height());

@@ -152,9 +152,11 @@ class TVxLabel : public TVxCustomLabel {
     Q_OBJECT
     Q_PROPERTY(QString Caption READ Caption WRITE SetCaption)
     Q_PROPERTY(int Angle READ Angle WRITE SetAngle)
+    Q_PROPERTY(vx::TAlignment Alignment READ Alignment WRITE SetAlignment)
     Q_PROPERTY(int XPosition READ XPosition WRITE SetXPosition)
     Q_PROPERTY(bool AutoSize READ AutoSize WRITE SetAutoSize)
     Q_PROPERTY(bool Transparent READ Transparent WRITE SetTransparent)
+    Q_PROPERTY(int Color READ Color WRITE SetColor)
     Q_PROPERTY(bool ParentColor READ ParentColor WRITE SetParentColor)
 public:
     explicit TVxLabel(QWidget* parent = nullptr);
