@@ -323,6 +323,15 @@ TEST(VxCanvas, FontMetricsFollowTheFontSize)
     EXPECT_GT(c.TextHeight("X"), small * 3 / 2);
     EXPECT_GT(c.TextWidth("XXXX"), smallWidth * 3 / 2);
     EXPECT_EQ(c.TextWidth(""), 0);
+
+    // A canvas without a device measures the same (fonts are pixel sized) and draws nothing.
+    TCanvas measuring;
+    measuring.Font().SetSize(16);
+    EXPECT_EQ(measuring.TextWidth("XXXX"), c.TextWidth("XXXX"));
+    EXPECT_EQ(measuring.TextHeight("X"), c.TextHeight("X"));
+    measuring.Rectangle(0, 0, 10, 10);
+    measuring.TextOut(0, 0, "XXXX");
+    EXPECT_EQ(measuring.PenPos(), QPoint(c.TextWidth("XXXX"), 0));
 }
 
 TEST(VxCanvas, SystemColoursResolveThroughThePalette)

@@ -59,6 +59,11 @@ QRect OutlineRect(int x1, int y1, int x2, int y2)
 
 } // namespace
 
+TCanvas::TCanvas()
+{
+    Init();
+}
+
 TCanvas::TCanvas(QPainter* Painter)
     : FPainter(Painter)
 {
@@ -494,15 +499,10 @@ void TCanvas::TextOutAngle(int X, int Y, int Angle, const QString& Text)
 
 void TCanvas::DrawText(int X, int Y, int Angle, const QString& Text)
 {
-    if (!FPainter) {
-        FPenPos = QPoint(X, Y);
-        return;
-    }
-    ApplyFont();
-    const QFontMetrics& fm = *FMetrics;
+    const QFontMetrics& fm = FontMetrics();
     const int width = fm.horizontalAdvance(Text);
     FPenPos = QPoint(X + width, Y);
-    if (Text.isEmpty())
+    if (!FPainter || Text.isEmpty())
         return;
     // Text is always drawn in copy mode, in the font colour.
     ApplyMode(pmCopy);

@@ -40,7 +40,10 @@ namespace vx {
 // The canvas saves the painter's state on construction and restores it when destroyed.
 class TCanvas {
 public:
-    // Draws through Painter, which must be active; the canvas does not own it.
+    // A canvas without a device: measures text (TextWidth, TextHeight), draws nothing.
+    TCanvas();
+    // Draws through Painter, which must be active (else the canvas only measures); the
+    // canvas does not own it.
     explicit TCanvas(QPainter* Painter);
     // Opens and owns a painter on Device (ended when the canvas is destroyed).
     explicit TCanvas(QPaintDevice* Device);
