@@ -363,7 +363,6 @@ TEST(VxDraw, DrawPolylineSplitsLongLinesIntoJoinedPieces)
     {
         QPainter painter(&device);
         TCanvas c(&painter);
-        c.Pen().SetStyle(psDash); // patterned pens reach the device as polylines
         DrawPolyline(points, c);
     }
     const auto pieces = device.OfKind(RecordedPrimitive::Polyline);
@@ -386,7 +385,6 @@ TEST(VxDraw, DrawPolylineDropsRepeatedPointsAndIgnoresTooFew)
     {
         QPainter painter(&device);
         TCanvas c(&painter);
-        c.Pen().SetStyle(psDash);
         DrawPolyline(points, c);
         DrawPolyline(points.data(), 1, c);
         DrawPolyline(nullptr, 5, c);

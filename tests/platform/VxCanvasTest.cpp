@@ -360,11 +360,16 @@ TEST(VxCanvas, DrawFocusRectTwiceRemovesIt)
     EXPECT_EQ(image, before);
 }
 
-TEST(VxCanvas, RecordsPrimitivesOnVectorDevicesAndPixelIsUnknownThere)
+TEST(VxCanvas, VectorDevicesGetConnectedGeometryAndNoPixels)
 {
     RecordingDevice device;
     QPainter painter(&device);
     TCanvas c(&painter);
+    const std::vector<QPoint> zigzag{{0, 0}, {30, 7}, {2, 20}};
+    c.Polyline(zigzag);
+    const auto lines = device.OfKind(RecordedPrimitive::Polyline);
+    ASSERT_EQ(lines.size(), 1);
+    EXPECT_EQ(lines[0].points, (QVector<QPointF>{{0, 0}, {30, 7}, {2, 20}}));
     c.SetWindowOrg(-3, -4);
     c.Rectangle(0, 0, 10, 10);
     c.Brush().SetStyle(bsClear);

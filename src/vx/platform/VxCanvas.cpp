@@ -229,9 +229,11 @@ void TCanvas::LineTo(int X, int Y)
 
 bool TCanvas::SegmentsExact() const
 {
-    // Exact segment ends need each segment drawn alone, which would restart dash
-    // patterns at every vertex; patterned and wide pens keep Qt's connected drawing.
-    return FPen.Width() <= 1 && (FPen.Style() == psSolid || FPen.Style() == psInsideFrame);
+    // Pixel rules only matter on raster devices; vector devices (pictures, SVG, PDF) keep
+    // true slanted, connected lines. Exact ends need each segment drawn alone, which
+    // would restart dash patterns at every vertex: patterned and wide pens keep Qt's
+    // connected drawing.
+    return FRaster && FPen.Width() <= 1 && (FPen.Style() == psSolid || FPen.Style() == psInsideFrame);
 }
 
 void TCanvas::AddRun(bool XMajor, int Minor, int Low, int High)

@@ -26,7 +26,8 @@ namespace vx {
 // - Integer geometry is pixel exact and unantialiased: a one-pixel pen at (x, y) sets
 //   exactly pixel (x, y); pen width 0 and 1 both give the one-pixel cosmetic pen.
 // - LineTo leaves out the end pixel; so do the segments of Polyline and of Polygon's
-//   outline (every vertex but a polyline's last is drawn exactly once). With patterned or wide
+//   outline (every vertex but a polyline's last is drawn exactly once) on raster
+//   devices; vector devices get the connected geometry as it is. With patterned or wide
 //   pens, Polyline and Polygon keep Qt's connected drawing (the pattern runs on across
 //   vertices) and may differ from this at the vertices.
 // - Rectangle, Ellipse and FillRect take rectangles whose right and bottom edges are
