@@ -325,6 +325,13 @@ TEST(VxAxisMap, LogMapping)
     EXPECT_EQ(pos[1], 470);   // 0.2: log10(2) = 0.301 decades = 30 px up
     EXPECT_EQ(pos[9], 400);
     EXPECT_EQ(pos[45], 0);
+    // Twisted, the vertical axis grows downward: the same ticks mirrored.
+    const TVxAxisMap vt(s, AxLog, 500, true, true);
+    const std::vector<int> twisted = vt.TickPositions(CalculateAxisTicks(s, Options(AxLog)));
+    EXPECT_EQ(twisted[0], 0);
+    EXPECT_EQ(twisted[1], 30);
+    EXPECT_EQ(twisted[45], 500);
+    EXPECT_EQ(vt.RealToIntPosition(1), 100);
 }
 
 TEST(VxAxisMap, LinearTickPositions)

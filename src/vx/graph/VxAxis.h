@@ -126,7 +126,8 @@ TVxAxisTicks CalculateAxisTicks(const TVxAxisScale& scale, const TVxAxisScaleOpt
 QString LinearAxisLabelText(double value, const TVxAxisScale& scale);
 
 // Value <-> pixel transform of one axis, computed once per layout. Pixels are offsets
-// from the axis start along the screen direction (downward for vertical axes).
+// from the line's left or top end (so a vertical axis that grows upward maps Start to
+// AxisLength and Stop to 0).
 class TVxAxisMap {
 public:
     TVxAxisMap() = default;
@@ -167,6 +168,14 @@ struct TVxAxisPlacedLabel {
 
 // An axis of a TVx2DGraph (a child widget of the graph). Series register their data
 // ranges here and convert values to pixels through RealToIntPosition.
+//
+// Geometry: the graph stacks axes outward from the data area on their side (the primary
+// axis nearest), labels on the side away from the data. Tick lengths are screen-directed:
+// positive lengths point toward +x (vertical axes) or +y (horizontal axes), so they point
+// outward on bottom and right axes and into the data on top and left ones (a new primary
+// y axis therefore gets negative lengths). Free-floating axes are vertical, keep their x
+// and follow the data area vertically; axes without AutoSize keep their bounds.
+// Changes made to an axis inside a graph repaint through the graph's Modified.
 class TVxAxis : public QWidget {
     Q_OBJECT
     Q_PROPERTY(double Start READ Start WRITE SetStart)

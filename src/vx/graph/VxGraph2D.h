@@ -77,7 +77,7 @@ public:
 };
 
 // The area inside the graph where series draw, with the zoom rectangle and the
-// draggable start/stop markers.
+// draggable start/stop markers. Mouse events go on to the graph after its own handling.
 class TVxDrawingWorld : public QWidget {
     Q_OBJECT
 public:
