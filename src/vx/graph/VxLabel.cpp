@@ -220,7 +220,7 @@ private:
     {
         if (From >= To)
             return;
-        const QFontMetrics& fm = Metrics(FCurrent);
+        const QFontMetrics fm = Metrics(FCurrent);
         const int ascent = fm.ascent();
         const int height = fm.height();
         const int v = FBaseAscent + FShift - ascent;
@@ -235,10 +235,16 @@ private:
             const QString glyph = FSymbol ? SymbolToUnicode(source) : source;
             R.Stripped += source;
             const int w = C.TextWidth(glyph);
+            const QRect ink = fm.boundingRect(glyph);
+            if (!ink.isEmpty()) {
+                R.Left = std::min(R.Left, R.Width + ink.left());
+                R.Right = std::max(R.Right, R.Width + ink.right() + 1);
+            }
             if (R.Paint)
                 Draw(glyph, v);
             RecordState(FVisible);
             R.Width += w;
+            R.Right = std::max(R.Right, R.Width);
             R.CharX[FVisible] = R.Width;
             R.CharSource[FVisible] = i;
             ++FVisible;
@@ -288,6 +294,8 @@ void ResetOutputs(TVxCaptionRec& Rec)
     Rec.Stripped.clear();
     Rec.Top = 0;
     Rec.Bottom = 0;
+    Rec.Left = 0;
+    Rec.Right = 0;
     Rec.CharX.assign(n, 0);
     Rec.CharSource.assign(n, 0);
     for (TVxBooleanArray* a : {&Rec.Bold, &Rec.Italic, &Rec.Underline, &Rec.StrikeOut,
@@ -464,14 +472,14 @@ void TVxCustomLabel::AdjustBounds()
     RichPaintTo(rec);
     FTextWidth = rec.Width;
 
-    // Bounding box of the rotated text rectangle (0, Top)-(Width, Bottom) around the
+    // Bounding box of the rotated text rectangle (Left, Top)-(Right, Bottom) around the
     // start point, in widget pixels (y down, angle counter-clockwise).
     const double rad = FAngle / 10.0 * kPi / 180.0;
     const double c = std::cos(rad);
     const double s = std::sin(rad);
     double minX = 0, maxX = 0, minY = 0, maxY = 0;
     bool first = true;
-    for (double u : {0.0, double(rec.Width)}) {
+    for (double u : {double(rec.Left), double(rec.Right)}) {
         for (double v : {double(rec.Top), double(rec.Bottom)}) {
             const double x = u * c + v * s;
             const double y = -u * s + v * c;

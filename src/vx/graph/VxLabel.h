@@ -51,10 +51,13 @@ struct TVxCaptionRec {
     TVxBooleanArray SubScript;
     TVxBooleanArray SuperScript;
     TVxBooleanArray SymbolFont;
-    // Vertical extent of the unrotated text relative to Y: Top <= 0 when superscripts rise
-    // above the base line's top, Bottom >= the base font's text height.
+    // Extent of the unrotated text relative to (X, Y): Top <= 0 when superscripts rise
+    // above the base line's top, Bottom >= the base font's text height; Left <= 0 and
+    // Right >= Width where glyphs (italics) reach beyond the advance.
     int Top = 0;
     int Bottom = 0;
+    int Left = 0;
+    int Right = 0;
 };
 
 // Measures Rec.Text and, when Rec.Paint is set, draws it on Rec.Canvas. Restores the
