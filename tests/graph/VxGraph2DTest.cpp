@@ -58,6 +58,19 @@ int GraphY(TVx2DGraph& g, double value)
     return g.DrawingWorld()->y() + g.PrimaryYAxis()->RealToIntPosition(value);
 }
 
+// A legend stand-in: a fixed-size widget laid out by the graph.
+class TTestLegend : public QWidget, public IVxGraphLegend {
+public:
+    TTestLegend(QWidget* parent, TVxAxisPos pos) : QWidget(parent), Pos(pos) { resize(80, 40); }
+    void ItemsModified() override { ++Notices; }
+    TVxAxisPos InGraphPosition() const override { return Pos; }
+    int OutsideGap() const override { return 10; }
+    void Calculate() override { ++Calculations; }
+    TVxAxisPos Pos;
+    int Notices = 0;
+    int Calculations = 0;
+};
+
 void Press(QWidget* w, QEvent::Type type, QPoint p)
 {
     QMouseEvent e(type, QPointF(p), w->mapToGlobal(QPointF(p)), Qt::LeftButton,
@@ -208,6 +221,30 @@ TEST(VxGraph2D, AxisThicknessAndLineOrigin)
     g->EnsureCalculated();
     EXPECT_TRUE(x->LabelList().empty());
     EXPECT_EQ(x->Thickness(), 10 + 1); // ticks inside and the tick gap
+}
+
+TEST(VxGraph2D, LegendsArePlacedBesideTheAxes)
+{
+    auto g = FramedGraph();
+    auto* right = new TTestLegend(g.get(), AxRightPos);
+    auto* floating = new TTestLegend(g.get(), AxFreeFloating);
+    floating->move(20, 30);
+    g->AddLegend(right);
+    g->AddLegend(floating);
+    g->AddLegend(right);
+    EXPECT_EQ(g->Legends().size(), 2);
+    g->EnsureCalculated();
+    const QRect world = g->DrawingWorld()->geometry();
+    EXPECT_EQ(right->Notices, 1);
+    EXPECT_EQ(right->Calculations, 1);
+    EXPECT_GE(right->x(), world.right() + 10);
+    EXPECT_LE(right->geometry().right(), g->width() - 1);
+    EXPECT_EQ(right->y() + right->height() / 2, world.top() + world.height() / 2);
+    EXPECT_EQ(floating->pos(), QPoint(20, 30));
+    EXPECT_EQ(floating->Calculations, 0);
+    delete right; // a deleted legend leaves the list
+    EXPECT_EQ(g->Legends().size(), 1);
+    EXPECT_TRUE(g->NeedsCalculation());
 }
 
 TEST(VxGraph2D, FourSidesStackOutward)
@@ -434,6 +471,16 @@ TEST(VxGraph2D, MetafileClipboardAndFiles)
     }
     const QRect world = g->DrawingWorld()->geometry();
     EXPECT_EQ(replay.pixel(world.right(), world.center().y()), Black());
+
+    // The default face colour stays transparent in pictures.
+    QImage red(600, 400, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    {
+        QPainter p(&red);
+        p.drawPicture(0, 0, pic);
+    }
+    EXPECT_EQ(red.pixel(2, 2), qRgb(255, 0, 0));
+    EXPECT_EQ(red.pixel(world.center() + QPoint(3, 3)), qRgb(255, 255, 255));
 
     std::unique_ptr<QMimeData> mime(g->CreateMimeData());
     EXPECT_TRUE(mime->hasFormat("image/svg+xml"));
