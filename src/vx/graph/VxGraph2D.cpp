@@ -314,6 +314,9 @@ TVx2DGraph::TVx2DGraph(QWidget* parent)
 TVx2DGraph::~TVx2DGraph()
 {
     Destroying(this);
+    // Legends among the children die after the members: they must not call back.
+    for (QWidget* legend : Legends())
+        disconnect(legend, &QObject::destroyed, this, nullptr);
 }
 
 bool TVx2DGraph::AutoZoom() const { return FDrawingWorld->AutoZoom(); }
