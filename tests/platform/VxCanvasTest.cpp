@@ -6,6 +6,7 @@
 #include <QImage>
 #include <QPainter>
 #include <gtest/gtest.h>
+#include <functional>
 
 using namespace vx;
 using namespace vx::test;
@@ -199,6 +200,40 @@ TEST(VxCanvas, XorModeTwiceRestoresTheImage)
         }
     }
     EXPECT_EQ(image, before);
+}
+
+TEST(VxCanvas, XorShapesCombineFillAndOutlineOnce)
+{
+    // Colours pre-mixed with the white background, as the series do: the result shows
+    // the plain pen and brush colours.
+    struct Row {
+        const char* name;
+        int penWidth;
+        std::function<void(TCanvas&)> draw;
+        QPoint edge, inside;
+    };
+    const std::vector<QPoint> triangle{{5, 5}, {35, 5}, {5, 35}};
+    const Row rows[] = {
+        {"rectangle", 1, [](TCanvas& c) { c.Rectangle(5, 5, 35, 35); }, {20, 5}, {20, 20}},
+        {"wide rectangle", 3, [](TCanvas& c) { c.Rectangle(5, 5, 35, 35); }, {20, 6}, {20, 20}},
+        {"ellipse", 1, [](TCanvas& c) { c.Ellipse(5, 5, 35, 35); }, {20, 5}, {20, 20}},
+        {"polygon", 1, [&](TCanvas& c) { c.Polygon(triangle); }, {20, 5}, {10, 10}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        QImage image = WhiteImage();
+        const QImage before = image.copy();
+        TCanvas c(&image);
+        c.Pen().SetMode(pmXor);
+        c.Pen().SetWidth(row.penWidth);
+        c.Pen().SetColor(clRed ^ clWhite);
+        c.Brush().SetColor(clBlue ^ clWhite);
+        row.draw(c);
+        EXPECT_EQ(At(image, row.edge.x(), row.edge.y()), clRed);
+        EXPECT_EQ(At(image, row.inside.x(), row.inside.y()), clBlue);
+        row.draw(c);
+        EXPECT_EQ(image, before);
+    }
 }
 
 TEST(VxCanvas, XorOnAVectorDeviceDrawsInCopyMode)

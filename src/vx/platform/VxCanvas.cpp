@@ -351,14 +351,20 @@ void TCanvas::Polygon(const QPoint* Points, int Count)
     ApplyPen();
     ApplyBrush();
     ApplyMode(FPen.Mode());
-    const bool noPen = FPen.Style() == psClear || FPen.Color() == clNone;
-    if (noPen || !SegmentsExact()) {
+    if (LayerNeeded()) {
+        QRect bounds;
+        for (int i = 0; i < Count; ++i)
+            bounds |= QRect(Points[i], QSize(1, 1));
+        DrawCombinedLayer(bounds, [Points, Count](TCanvas& layer) { layer.Polygon(Points, Count); });
+        return;
+    }
+    if (!HasPen() || !SegmentsExact()) {
         FPainter->drawPolygon(Points, Count);
         return;
     }
     // Fill without the pen, then the outline segment by segment, so that every vertex
     // is drawn exactly once.
-    if (FBrush.Style() != bsClear && FBrush.Color() != clNone) {
+    if (HasBrush()) {
         FPainter->setPen(Qt::NoPen);
         FPainter->drawPolygon(Points, Count);
         FPenApplied = false;
@@ -383,8 +389,7 @@ void TCanvas::ShapeOutline(bool Ellipse, int X1, int Y1, int X2, int Y2)
     ApplyPen();
     ApplyBrush();
     ApplyMode(FPen.Mode());
-    const bool noPen = FPen.Style() == psClear || FPen.Color() == clNone;
-    if (noPen) {
+    if (!HasPen()) {
         // Without an outline the fill alone covers the whole rectangle.
         const QRect box(QPoint(X1, Y1), QPoint(X2 - 1, Y2 - 1));
         if (Ellipse)
@@ -393,8 +398,13 @@ void TCanvas::ShapeOutline(bool Ellipse, int X1, int Y1, int X2, int Y2)
             FPainter->drawRect(QRectF(box));
         return;
     }
+    if (Ellipse && LayerNeeded()) {
+        DrawCombinedLayer(QRect(QPoint(X1, Y1), QPoint(X2 - 1, Y2 - 1)),
+                          [=](TCanvas& layer) { layer.Ellipse(X1, Y1, X2, Y2); });
+        return;
+    }
     QRect r = OutlineRect(X1, Y1, X2, Y2);
-    const int width = FPen.Width();
+    const int width = std::max(1, FPen.Width());
     if (FPen.Style() == psInsideFrame && width > 1) {
         // Keep the whole wide pen inside the rectangle.
         r.adjust(width / 2, width / 2, -(width - 1) / 2, -(width - 1) / 2);
@@ -403,10 +413,63 @@ void TCanvas::ShapeOutline(bool Ellipse, int X1, int Y1, int X2, int Y2)
     }
     // A QRect of width w strokes w+1 pixels: pass the pixel span minus one.
     const QRect stroke(r.topLeft(), QSize(r.width() - 1, r.height() - 1));
-    if (Ellipse)
+    if (Ellipse) {
         FPainter->drawEllipse(stroke);
-    else
-        FPainter->drawRect(stroke);
+        return;
+    }
+    if (FRaster && FPen.Mode() != pmCopy && HasBrush()) {
+        // Combining modes must see each pixel once: fill only inside the pen's pixels
+        // (a pen of width w covers w/2 pixels outside its line and (w-1)/2 inside).
+        const QRect inner = r.adjusted((width - 1) / 2 + 1, (width - 1) / 2 + 1, -(width / 2 + 1), -(width / 2 + 1));
+        FPainter->setPen(Qt::NoPen);
+        if (inner.isValid())
+            FPainter->drawRect(QRectF(inner));
+        FPenApplied = false;
+        ApplyPen();
+        FPainter->setBrush(Qt::NoBrush);
+        FBrushApplied = false;
+    }
+    FPainter->drawRect(stroke);
+}
+
+bool TCanvas::HasPen() const
+{
+    return FPen.Style() != psClear && FPen.Color() != clNone;
+}
+
+bool TCanvas::HasBrush() const
+{
+    return FBrush.Style() != bsClear && FBrush.Color() != clNone;
+}
+
+bool TCanvas::LayerNeeded() const
+{
+    return FRaster && (FPen.Mode() == pmXor || FPen.Mode() == pmNotXor) && HasPen() && HasBrush();
+}
+
+void TCanvas::DrawCombinedLayer(QRect Bounds, const std::function<void(TCanvas&)>& Draw)
+{
+    // Fill and outline overlap; in xor modes the shared pixels would cancel. The shape
+    // is drawn in copy mode on the mode's neutral colour (black for xor, white for
+    // not-xor), and the layer is then combined as a whole.
+    const int margin = std::max(1, FPen.Width()) + 1;
+    Bounds = Bounds.adjusted(-margin, -margin, margin, margin) & VisibleRect();
+    if (Bounds.isEmpty())
+        return;
+    const TPenMode mode = FPen.Mode();
+    QImage layer(Bounds.size(), QImage::Format_RGB32);
+    layer.fill(mode == pmXor ? Qt::black : Qt::white);
+    {
+        TCanvas layerCanvas(&layer);
+        layerCanvas.SetPalette(FPalette);
+        layerCanvas.SetPen(FPen);
+        layerCanvas.Pen().SetMode(pmCopy);
+        layerCanvas.SetBrush(FBrush);
+        layerCanvas.SetWindowOrg(Bounds.topLeft());
+        Draw(layerCanvas);
+    }
+    ApplyMode(mode);
+    FPainter->drawImage(Bounds.topLeft(), layer);
 }
 
 void TCanvas::Rectangle(int X1, int Y1, int X2, int Y2)

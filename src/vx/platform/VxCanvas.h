@@ -11,6 +11,7 @@
 #include <QSize>
 #include <QString>
 #include <QTransform>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -37,7 +38,8 @@ namespace vx {
 //   all drawing coordinates are logical. SelectClipRect takes device coordinates,
 //   IntersectClipRect logical ones.
 // - Pen mode pmXor (and the other raster modes) combine on raster devices (images,
-//   pixmaps, widgets); on vector devices they draw as pmCopy.
+//   pixmaps, widgets); on vector devices they draw as pmCopy. A shape's fill and
+//   outline never combine twice in xor modes (drawing a shape twice restores the image).
 // The canvas saves the painter's state on construction and restores it when destroyed.
 class TCanvas {
 public:
@@ -148,6 +150,10 @@ private:
     void ApplyClip();
     bool ModeDrawsNothing(TPenMode Mode) const;
     bool SegmentsExact() const;
+    bool HasPen() const;
+    bool HasBrush() const;
+    bool LayerNeeded() const;
+    void DrawCombinedLayer(QRect Bounds, const std::function<void(TCanvas&)>& Draw);
     void StrokeSegment(const QPoint& A, const QPoint& B);
     void StrokeSegments(const QPoint* Points, int Count, bool Closed);
     void AddRun(bool XMajor, int Minor, int Low, int High);
