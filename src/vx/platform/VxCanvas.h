@@ -54,14 +54,14 @@ public:
     TCanvas(const TCanvas&) = delete;
     TCanvas& operator=(const TCanvas&) = delete;
 
-    // The painter, with the current pen, brush and font applied (for drawing the
-    // canvas does not offer; such drawing should leave the painter's pen, brush and
-    // font as found, or call Invalidate afterwards).
+    // The painter, with the current pen, brush, font and pen mode applied (for drawing
+    // the canvas does not offer; such drawing should leave the painter's pen, brush,
+    // font and composition mode as found, or call Invalidate afterwards).
     QPainter* Painter();
     // Forgets what was applied to the painter, so that everything is re-applied.
     void Invalidate();
     QPaintDevice* Device() const;
-    // True for images, pixmaps and widgets (pen modes combine, Pixels can be read).
+    // True for images, pixmaps and widgets: pen modes combine, pixel rules apply.
     bool IsRaster() const { return FRaster; }
 
     TPen& Pen() { return FPen; }
