@@ -1,5 +1,6 @@
 #include "vx/graph/VxLabel.h"
 
+#include "vx/graph/VxGraph2D.h"
 #include "vx/platform/VxCanvas.h"
 
 #include <QImage>
@@ -435,4 +436,12 @@ TEST(TVxLabel, RotatedLabelContainsItsText)
     QImage image = WhiteImage(label.width(), label.height());
     label.render(&image);
     EXPECT_EQ(image.pixelColor(0, 0), ToQColor(clYellow));
+    // With ParentColor a label on a graph takes the graph's colour.
+    TVx2DGraph graph;
+    graph.SetColor(clAqua);
+    TVxLabel onGraph(&graph);
+    onGraph.SetCaption("x");
+    QImage second = WhiteImage(onGraph.width(), onGraph.height());
+    onGraph.render(&second, QPoint(), QRegion(), QWidget::DrawChildren);
+    EXPECT_EQ(second.pixelColor(0, 0), ToQColor(clAqua));
 }

@@ -1,5 +1,6 @@
 #include "vx/graph/VxLabel.h"
 
+#include "vx/graph/VxGraph2D.h"
 #include "vx/platform/VxCanvas.h"
 
 #include <QEvent>
@@ -425,6 +426,14 @@ void TVxCustomLabel::SetParentColor(bool value)
     update();
 }
 
+TColor TVxCustomLabel::ParentBackground() const
+{
+    const QWidget* parent = parentWidget();
+    if (const auto* graph = qobject_cast<const TVx2DGraph*>(parent))
+        return graph->Color();
+    return FromQColor((parent ? parent : this)->palette().color(QPalette::Window));
+}
+
 void TVxCustomLabel::SetFont(const TFont& value)
 {
     FFont->Assign(value);
@@ -516,9 +525,7 @@ void TVxCustomLabel::Loaded()
 void TVxCustomLabel::Paint(TCanvas& Canvas)
 {
     if (!FTransparent) {
-        const QWidget* parent = parentWidget();
-        Canvas.Brush().SetColor(FParentColor && parent ? FromQColor(parent->palette().color(QPalette::Window))
-                                                       : FColor);
+        Canvas.Brush().SetColor(FParentColor ? ParentBackground() : FColor);
         Canvas.Brush().SetStyle(bsSolid);
         Canvas.FillRect(rect());
     }

@@ -103,7 +103,8 @@ public:
     // Background colour; setting it clears ParentColor.
     TColor Color() const { return FColor; }
     void SetColor(TColor value);
-    // When true (default) the background is the parent widget's window colour.
+    // When true (default) the background is the parent's: a graph's Color, else the
+    // parent widget's window colour.
     bool ParentColor() const { return FParentColor; }
     void SetParentColor(bool value);
     // The base font of the caption; changing it re-measures the label.
@@ -133,6 +134,7 @@ protected:
 
 private:
     void ApplyXPosition();
+    TColor ParentBackground() const;
     int AnchorOffset() const;
     void FontChanged();
 
