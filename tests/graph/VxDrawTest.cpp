@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QWidget>
 #include <gtest/gtest.h>
+#include <limits>
 
 using namespace vx;
 using namespace vx::test;
@@ -249,6 +250,19 @@ TEST(VxDraw, SymbolOutsideTheRangeDrawsNothing)
         const QImage image = RenderSymbol(static_cast<TVxPointSymbol>(s), 6);
         EXPECT_TRUE(InkBounds(image).isEmpty());
     }
+}
+
+TEST(VxDraw, HugeSizesStaySafe)
+{
+    for (int s = 0; s < VxPointSymbolCount; ++s) {
+        SCOPED_TRACE(s);
+        const QImage image = RenderSymbol(static_cast<TVxPointSymbol>(s), std::numeric_limits<int>::max());
+        EXPECT_EQ(image.size(), QSize(40, 40));
+    }
+    QImage image = WhiteImage();
+    TCanvas c(&image);
+    DrawArrow(0, 0, 30, 30, std::numeric_limits<int>::max(), std::numeric_limits<int>::max(), c);
+    EXPECT_TRUE(Ink(image, 29, 29));
 }
 
 TEST(VxDraw, StarVerticesFollowTheIntegerProportions)

@@ -3,12 +3,22 @@
 #include "vx/platform/VxCanvas.h"
 
 #include <QWidget>
+#include <algorithm>
 #include <array>
 #include <cmath>
 
 namespace vx {
 
 namespace {
+
+// Half-sizes and head sizes are limited to this many pixels, so that the geometry
+// stays far from integer overflow whatever a style holds.
+constexpr int MaxFeature = 1 << 20;
+
+int LimitFeature(int v)
+{
+    return std::clamp(v, -MaxFeature, MaxFeature);
+}
 
 // R * k / 100, truncated toward zero (the symbols' proportions).
 constexpr int Pct(int r, int k)
@@ -177,6 +187,7 @@ void DrawPointSymbol(int X, int Y, int R, TVxPointSymbol Symbol, TCanvas& Canvas
 {
     if (Symbol < SyPoint || Symbol > SyNablaFilled)
         return;
+    R = LimitFeature(R);
     Canvas.Brush().SetStyle(bsSolid);
     Canvas.Pen().SetStyle(psSolid);
     if (IsFilledSymbol(Symbol))
@@ -237,6 +248,8 @@ void DrawArrow(int X1, int Y1, int X2, int Y2, int TipLength, int TipWidth, TCan
     const double length = std::hypot(dx, dy);
     if (length == 0.0)
         return;
+    TipLength = LimitFeature(TipLength);
+    TipWidth = LimitFeature(TipWidth);
     if (TipLength <= 0 || TipWidth <= 0) {
         Canvas.MoveTo(X1, Y1);
         Canvas.LineTo(X2, Y2);
