@@ -374,6 +374,7 @@ TEST(TVxLabel, AutoSizeAndXPositionAnchoring)
     EXPECT_EQ(label.TextWidth(), rec.Width);
     EXPECT_EQ(label.width(), rec.Width);
     EXPECT_EQ(label.height(), rec.Bottom - rec.Top);
+    EXPECT_EQ(label.sizeHint(), label.size());
 
     struct Row {
         const char* name;

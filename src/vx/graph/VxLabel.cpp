@@ -507,14 +507,20 @@ void TVxCustomLabel::AdjustBounds()
     const int left = static_cast<int>(std::floor(minX + 1e-9));
     const int top = static_cast<int>(std::floor(minY + 1e-9));
     FTextOrigin = QPoint(-left, -top);
+    FTextBox = QSize(static_cast<int>(std::ceil(maxX - 1e-9)) - left,
+                     static_cast<int>(std::ceil(maxY - 1e-9)) - top);
+    updateGeometry();
     if (!FAutoSize)
         return;
-    const int w = static_cast<int>(std::ceil(maxX - 1e-9)) - left;
-    const int h = static_cast<int>(std::ceil(maxY - 1e-9)) - top;
     FPlacing = true;
-    resize(w, h);
+    resize(FTextBox);
     FPlacing = false;
     ApplyXPosition();
+}
+
+QSize TVxCustomLabel::sizeHint() const
+{
+    return FTextBox;
 }
 
 void TVxCustomLabel::Loaded()

@@ -16,6 +16,7 @@
 
 #include <QChar>
 #include <QPoint>
+#include <QSize>
 #include <QString>
 #include <QWidget>
 #include <memory>
@@ -127,6 +128,9 @@ public:
     // Draws the label on a canvas whose origin is the widget's top-left.
     virtual void Paint(TCanvas& Canvas);
 
+    // The size of the (rotated) text box, for layouts.
+    QSize sizeHint() const override;
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     // Keeps XPosition on the left edge's anchor when the widget is moved directly.
@@ -149,6 +153,7 @@ private:
     std::unique_ptr<TFont> FFont;
     int FTextWidth = 0;
     QPoint FTextOrigin;
+    QSize FTextBox;
     bool FPlacing = false;
 };
 
