@@ -477,3 +477,46 @@ TEST(VxDataSeries, ChildrenGoWithTheirParentAndMayLeaveFirst)
     s->AddChild(new TVxLineSeries(f.Form.get()));
     f.Form.reset();
 }
+
+TEST(VxDataSeries, CachedPixelsAreTheAxisMapping)
+{
+    // The bulk mapping must agree with RealToIntPosition everywhere, also on halves
+    // (ties to even), far outside the axis (saturated) and on reversed or logarithmic axes.
+    struct Row {
+        const char* Name;
+        TVxAxScaling Scaling;
+        bool Twisted;
+    };
+    const Row rows[] = {{"linear", AxNormal, false}, {"reversed", AxNormal, true}, {"log", AxLog, false}};
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.Name);
+        SeriesForm f(333, 257);
+        QRandomGenerator rng(3);
+        auto* x = new TVxRealVector(f.Form.get());
+        auto* y = new TVxRealVector(f.Form.get());
+        for (int i = 0; i < 3000; ++i) {
+            x->Add(1 + rng.bounded(4000) / 8.0); // many values on exact half pixels
+            y->Add(1 + rng.generateDouble() * 100);
+        }
+        for (double v : {1e300, -1e300, 1e-300, 0.0, -5.0}) {
+            x->Add(v);
+            y->Add(50);
+        }
+        auto* s = MakeSeries(f, x, y);
+        f.Graph->XAxis()->SetScaling(r.Scaling);
+        f.Graph->XAxis()->SetTwisted(r.Twisted);
+        f.Graph->XAxis()->SetStartEnd(AxFixed);
+        f.Graph->XAxis()->SetStopEnd(AxFixed);
+        f.Graph->XAxis()->SetStart(1);
+        f.Graph->XAxis()->SetStop(501);
+        f.Render();
+        int wrong = 0;
+        for (int i = 0; i < s->PointsCount(); ++i) {
+            QPoint p;
+            ASSERT_TRUE(s->PointAt(i, p));
+            wrong += p.x() != f.Graph->XAxis()->RealToIntPosition(x->Value(i)) ? 1 : 0;
+            wrong += p.y() != f.Graph->YAxis()->RealToIntPosition(y->Value(i)) ? 1 : 0;
+        }
+        EXPECT_EQ(wrong, 0);
+    }
+}

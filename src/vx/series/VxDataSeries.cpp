@@ -1323,7 +1323,11 @@ void TVxDataWithErrorSeries::CalculatePoint(int Index)
         return;
     const TVxCustomRealVector* vectors[4] = {FdXPlus, FdXMinus, FdYPlus, FdYMinus};
     for (int k = 0; k < 4; ++k) {
-        if (!vectors[k] || vectors[k]->Count() <= Index)
+        // The lengths never outlast their error vector (it may have shrunk or gone).
+        const int count = vectors[k] ? vectors[k]->Count() : 0;
+        if (FLengths[k]->Count() > count)
+            FLengths[k]->SetCount(count);
+        if (count <= Index)
             continue;
         const double scale = (k < 2 ? FXAxis : FYAxis)->Scale();
         FLengths[k]->SetValue(Index, PixelLength(ComponentValue(vectors[k], Index), scale));

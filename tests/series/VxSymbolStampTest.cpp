@@ -1,0 +1,66 @@
+#include "SeriesTestSupport.h"
+
+#include "vx/graph/VxDraw.h"
+#include "vx/series/VxSymbolStamp.h"
+
+#include <QRandomGenerator>
+#include <climits>
+#include <gtest/gtest.h>
+
+using namespace vx;
+using namespace vx::test;
+
+// The kept layer must give exactly the pixels of drawing each symbol in turn: overlapping
+// symbols, symbols cut by the clip or the image edge, skipped entries, every symbol and
+// several pen widths.
+TEST(VxSymbolLayer, StampsTheSamePixelsAsDrawingEachSymbol)
+{
+    QRandomGenerator rng(99);
+    for (int symbol = 0; symbol < VxPointSymbolCount; ++symbol) {
+        for (int width : {0, 1, 2, 3}) {
+            SCOPED_TRACE(QString("symbol %1 width %2").arg(symbol).arg(width).toStdString());
+            std::vector<QPoint> pts;
+            for (int i = 0; i < 400; ++i)
+                pts.emplace_back(rng.bounded(-10, 130), rng.bounded(-10, 90));
+            pts[7] = QPoint(INT_MIN, INT_MIN);
+            pts.push_back(pts[3]); // a repeat on top of later symbols
+            const int r = 2 + symbol % 5;
+            auto setUp = [&](TCanvas& c) {
+                c.Pen().SetColor(RGB(200, 30, 30));
+                c.Pen().SetWidth(width);
+                c.Brush().SetColor(RGB(240, 240, 100));
+            };
+            QImage each(120, 80, QImage::Format_ARGB32_Premultiplied);
+            each.fill(Qt::white);
+            QImage stamped = each;
+            // The reference is drawn on a larger image, so that no symbol is cut anywhere.
+            each = QImage(200, 160, QImage::Format_ARGB32_Premultiplied);
+            each.fill(Qt::white);
+            {
+                TCanvas c(&each);
+                setUp(c);
+                c.SetWindowOrg(-40, -40);
+                for (const QPoint& p : pts)
+                    if (p.x() != INT_MIN)
+                        DrawPointSymbol(p.x(), p.y(), r, TVxPointSymbol(symbol), c);
+            }
+            TVxSymbolLayer layer;
+            for (int round = 0; round < 2; ++round) { // built, then drawn from the kept layer
+                stamped.fill(Qt::white);
+                TCanvas c(&stamped);
+                setUp(c);
+                c.IntersectClipRect(QRect(5, 3, 100, 70));
+                layer.Draw(c, pts.data(), int(pts.size()), INT_MIN, TVxPointSymbol(symbol), r, 1);
+            }
+            // Compared inside the clip (drawn unclipped for reference), blank outside it.
+            const QRect clip(5, 3, 100, 70);
+            int wrong = 0;
+            for (int y = 0; y < stamped.height(); ++y)
+                for (int x = 0; x < stamped.width(); ++x) {
+                    const QRgb want = clip.contains(x, y) ? each.pixel(x + 40, y + 40) : qRgb(255, 255, 255);
+                    wrong += stamped.pixel(x, y) != want ? 1 : 0;
+                }
+            EXPECT_EQ(wrong, 0);
+        }
+    }
+}
