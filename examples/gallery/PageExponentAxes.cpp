@@ -21,7 +21,7 @@ QWidget* CreateExponentAxes()
 }
 
 const GalleryRegistrar registrar{{
-    "power-of-ten-labels",
+    "14-power-of-ten-labels",
     "Tick labels as mantissas with one common power-of-ten label at the axis end, for large values "
     "(left) and small values (right).",
     CreateExponentAxes,

@@ -37,7 +37,7 @@ QWidget* CreateLabels()
 }
 
 const GalleryRegistrar registrar{{
-    "rotated-labels",
+    "15-rotated-labels",
     "Label components with caption markup (bold, italic, underline, strikeout, sub- and superscript, "
     "symbol-font Greek letters and signs) at 0, 45, 90, -30 and 180 degrees; two of them opaque.",
     CreateLabels,

@@ -19,7 +19,7 @@ QWidget* CreateLinearAxes()
 }
 
 const GalleryRegistrar registrar{{
-    "linear-axes",
+    "10-linear-axes",
     "Linear axes with grid lines at the major ticks, minor ticks between them, axis captions and a graph title.",
     CreateLinearAxes,
     {},

@@ -20,7 +20,7 @@ QWidget* CreateLogAxes()
 }
 
 const GalleryRegistrar registrar{{
-    "log-axes",
+    "11-log-axes",
     "Logarithmic axes: decades labelled as plain numbers (horizontal, 0.01 ... 1000) and as powers "
     "of ten (vertical, 10^-6 ... 10^2), with minor ticks at 2 ... 9 times each decade.",
     CreateLogAxes,

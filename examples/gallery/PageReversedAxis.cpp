@@ -26,7 +26,7 @@ QWidget* CreateReversedAxis()
 }
 
 const GalleryRegistrar registrar{{
-    "reversed-axis",
+    "12-reversed-axis",
     "A reversed horizontal axis (Twisted): the values fall from 4000 on the left to 400 on the right.",
     CreateReversedAxis,
     {},

@@ -31,7 +31,7 @@ QWidget* CreateSlaveAxis()
 }
 
 const GalleryRegistrar registrar{{
-    "slave-axis",
+    "13-slave-axis",
     "A slave axis on the right follows the range of its master on the left (12.5 ... 31.5); with "
     "fixed ends of its own it repeats the master's scale exactly.",
     CreateSlaveAxis,
