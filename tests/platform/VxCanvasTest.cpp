@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <gtest/gtest.h>
 #include <functional>
+#include <limits>
 
 using namespace vx;
 using namespace vx::test;
@@ -29,6 +30,9 @@ TEST(VxCanvas, LineToLeavesOutTheEndPixelAndMovesPenPos)
         {"shallow up-left", {30, 10}, {2, 17}, QRect(QPoint(3, 10), QPoint(30, 17)), 28},
         {"steep up-right", {20, 35}, {23, 4}, QRect(QPoint(20, 5), QPoint(23, 35)), 31},
         {"far off", {30, 10}, {-1000000000, 20}, QRect(QPoint(0, 10), QPoint(30, 10)), 31},
+        {"extreme", {30, 10}, {std::numeric_limits<int>::min(), 10}, QRect(QPoint(0, 10), QPoint(30, 10)), 31},
+        {"extreme both", {std::numeric_limits<int>::max(), 12}, {std::numeric_limits<int>::min(), 12},
+         QRect(QPoint(0, 12), QPoint(39, 12)), 40},
         {"zero length", {4, 4}, {4, 4}, QRect(), 0},
     };
     for (const Row& row : rows) {

@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QWidget>
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 
 namespace vx {
@@ -55,6 +56,47 @@ QVector<qreal> CosmeticDashes(TPenStyle style)
 QRect OutlineRect(int x1, int y1, int x2, int y2)
 {
     return QRect(QPoint(x1, y1), QPoint(x2 - 1, y2 - 1));
+}
+
+// Segments reaching beyond this magnitude are clipped first: it keeps the integer
+// arithmetic below and Qt's 26.6 fixed-point rasterizer exact.
+constexpr int SafeCoordinate = 1 << 20;
+
+bool IsSafe(const QPoint& p)
+{
+    return p.x() >= -SafeCoordinate && p.x() <= SafeCoordinate && p.y() >= -SafeCoordinate
+        && p.y() <= SafeCoordinate;
+}
+
+// Clips segment a-b to the square of SafeCoordinate (Liang-Barsky, in doubles); false if
+// nothing of it is left. The direction is kept to within a nano-radian.
+bool ClipToSafe(QPoint& a, QPoint& b)
+{
+    const double x0 = a.x(), y0 = a.y();
+    const double dx = double(b.x()) - x0, dy = double(b.y()) - y0;
+    double t0 = 0.0, t1 = 1.0;
+    const double lim = SafeCoordinate;
+    const double p[4] = {-dx, dx, -dy, dy};
+    const double q[4] = {x0 + lim, lim - x0, y0 + lim, lim - y0};
+    for (int i = 0; i < 4; ++i) {
+        if (p[i] == 0.0) {
+            if (q[i] < 0.0)
+                return false;
+            continue;
+        }
+        const double t = q[i] / p[i];
+        if (p[i] < 0.0)
+            t0 = std::max(t0, t);
+        else
+            t1 = std::min(t1, t);
+        if (t0 > t1)
+            return false;
+    }
+    const QPoint na(static_cast<int>(std::lround(x0 + t0 * dx)), static_cast<int>(std::lround(y0 + t0 * dy)));
+    const QPoint nb(static_cast<int>(std::lround(x0 + t1 * dx)), static_cast<int>(std::lround(y0 + t1 * dy)));
+    a = na;
+    b = nb;
+    return true;
 }
 
 } // namespace
@@ -257,6 +299,12 @@ void TCanvas::StrokeSegment(const QPoint& A, const QPoint& B)
     // Axis-parallel and diagonal ones running back are moved one step back along
     // themselves. Other slopes running back become axis-parallel runs of the rasterized
     // segment (moving them by a fractional step would misplace their start pixel).
+    if (!IsSafe(A) || !IsSafe(B)) {
+        QPoint a = A, b = B;
+        if (ClipToSafe(a, b) && a != b)
+            StrokeSegment(a, b);
+        return;
+    }
     const int dx = B.x() - A.x();
     const int dy = B.y() - A.y();
     const bool xMajor = std::abs(dx) >= std::abs(dy);
