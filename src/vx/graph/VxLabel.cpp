@@ -94,7 +94,7 @@ public:
         const double rad = Rec.Angle / 10.0 * kPi / 180.0;
         FCos = std::cos(rad);
         FSin = std::sin(rad);
-        FCurrent.SetOrientation(Rec.Angle);
+        RotateFont(FCurrent, Rec.Angle);
         FBaseAscent = Metrics(FCurrent).ascent();
         FBaseHeight = Metrics(FCurrent).height();
         R.Top = 0;
@@ -305,6 +305,11 @@ void ResetOutputs(TVxCaptionRec& Rec)
 }
 
 } // namespace
+
+void RotateFont(TFont& Font, int Angle)
+{
+    Font.SetOrientation(Angle);
+}
 
 QChar SymbolToUnicode(QChar Code)
 {

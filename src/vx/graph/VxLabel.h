@@ -65,6 +65,10 @@ struct TVxCaptionRec {
 // canvas font afterwards. Without a canvas nothing is measured or drawn.
 void RichPaintTo(TVxCaptionRec& Rec);
 
+// Turns Font by Angle (tenths of a degree, counter-clockwise): text written with it runs
+// in that direction from its start point.
+void RotateFont(TFont& Font, int Angle);
+
 // The caption text without its markup codes.
 QString GetStrippedString(const QString& Text);
 
