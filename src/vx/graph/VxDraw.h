@@ -166,7 +166,8 @@ void Draw3DBar(int Left, int Top, int Right, int Bottom, int DX, int DY,
 constexpr int CVxPolylinePiece = 2000;
 // Draws the connected line through Count points in pieces of at most CVxPolylinePiece
 // points (consecutive pieces share their joint point, so the line is unbroken), with
-// repeated consecutive points dropped. No allocation.
+// repeated consecutive points dropped. Allocates nothing itself (the canvas reuses
+// one buffer).
 void DrawPolyline(const QPoint* Points, int Count, TCanvas& Canvas);
 inline void DrawPolyline(const std::vector<QPoint>& Points, TCanvas& Canvas)
 {
