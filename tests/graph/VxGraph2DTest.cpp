@@ -284,6 +284,11 @@ TEST(VxGraph2D, FreeFloatingAxisKeepsItsPlace)
     free->move(200, free->y());
     g->EnsureCalculated();
     EXPECT_EQ(free->x(), 200);
+    // An ordinal outside the positions is laid out like a free (here horizontal) axis.
+    free->SetPosition(TVxAxisPos(9));
+    g->EnsureCalculated();
+    EXPECT_FALSE(free->Vertical());
+    EXPECT_EQ(free->AxisLength(), g->PrimaryXAxis()->AxisLength());
 }
 
 TEST(VxGraph2D, RenderedFrameGridAndAxes)

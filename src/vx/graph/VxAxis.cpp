@@ -1031,7 +1031,7 @@ void TVxAxis::LayoutGraph(TVx2DGraph& graph)
             crossingX = a;
         else if (graph.ZeroOrigin() && a == py && spans0(px))
             crossingY = a;
-        else if (!a->AutoSize() || a->Position() == AxFreeFloating)
+        else if (!a->AutoSize() || a->Position() < AxBottomPos || a->Position() > AxRightPos)
             loose.append(a);
         else if (a == px || a == py)
             side[a->Position()].prepend(a);
@@ -1045,7 +1045,8 @@ void TVxAxis::LayoutGraph(TVx2DGraph& graph)
     int legendSpace[4] = {0, 0, 0, 0};
     for (QWidget* w : graph.Legends()) {
         auto* l = dynamic_cast<IVxGraphLegend*>(w);
-        if (!l || w->isHidden() || w->parentWidget() != &graph || l->InGraphPosition() == AxFreeFloating)
+        if (!l || w->isHidden() || w->parentWidget() != &graph || l->InGraphPosition() < AxBottomPos
+            || l->InGraphPosition() > AxRightPos)
             continue;
         l->Calculate();
         const int pos = l->InGraphPosition();

@@ -30,9 +30,11 @@ class TCanvas;
 class TVxIniList;
 class TVx2DGraph;
 
-enum TVxAxisPos { AxBottomPos, AxLeftPos, AxTopPos, AxRightPos, AxFreeFloating };
-enum TVxAxScaling { AxNormal, AxLog, AxLogEE };
-enum TVxAxEnd { AxAutoRange, AxFirstSet, AxFixed };
+// The enumerations keep int storage: settings files hold their ordinals, and a value read
+// from outside the ordinals must stay representable (the mapping rejects it).
+enum TVxAxisPos : int { AxBottomPos, AxLeftPos, AxTopPos, AxRightPos, AxFreeFloating };
+enum TVxAxScaling : int { AxNormal, AxLog, AxLogEE };
+enum TVxAxEnd : int { AxAutoRange, AxFirstSet, AxFixed };
 
 // The four step tables, indexed 1..10 by the rounded mantissa k of the range width
 // (entry 0 is unused).
