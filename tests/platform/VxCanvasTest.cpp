@@ -46,7 +46,7 @@ TEST(VxCanvas, LineToLeavesOutTheEndPixelAndMovesPenPos)
         }
         EXPECT_EQ(InkBounds(image), row.ink);
         EXPECT_EQ(InkCount(image), row.count);
-        if (row.count > 0)
+        if (row.count > 0 && image.rect().contains(row.from))
             EXPECT_FALSE(IsWhite(image, row.from.x(), row.from.y()));
     }
 }
@@ -139,6 +139,45 @@ TEST(VxCanvas, RectangleOutlinesWithPenAndFillsInside)
     EXPECT_EQ(At(image, 8, 8), clBlue);
     EXPECT_TRUE(IsWhite(image, 10, 4));
     EXPECT_TRUE(IsWhite(image, 4, 10));
+}
+
+TEST(VxCanvas, ClippedRectangleKeepsItsVisibleFramePixels)
+{
+    struct Row {
+        const char* name;
+        QRect clip;
+    };
+    const Row rows[] = {{"clip", QRect(5, 3, 100, 70)}, {"device edge", QRect()}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        QImage image = WhiteImage();
+        {
+            TCanvas c(&image);
+            if (!row.clip.isNull())
+                c.IntersectClipRect(row.clip);
+            c.Pen().SetColor(clRed);
+            c.Brush().SetColor(clYellow);
+            c.Rectangle(-4, 21, 7, 32);
+        }
+        EXPECT_EQ(At(image, 6, 31), clRed);
+        EXPECT_EQ(At(image, 6, 21), clRed);
+        EXPECT_EQ(At(image, 5, 25), clYellow);
+    }
+}
+
+TEST(VxCanvas, ThinRectanglesAreLines)
+{
+    QImage image = WhiteImage();
+    {
+        TCanvas c(&image);
+        c.Pen().SetMode(pmXor);
+        c.Pen().SetColor(clWhite);
+        c.Rectangle(2, 2, 3, 12);  // one column
+        c.Rectangle(5, 2, 15, 3);  // one row
+        c.Rectangle(20, 20, 21, 21); // one pixel
+    }
+    EXPECT_EQ(InkBounds(image), QRect(2, 2, 19, 19));
+    EXPECT_EQ(InkCount(image), 10 + 10 + 1);
 }
 
 TEST(VxCanvas, FillRectUsesTheBrushOnlyAndClearBrushFillsNothing)
@@ -471,10 +510,22 @@ TEST(VxCanvas, PolylineMatchesItsSegmentsDrawnOneByOne)
             points.emplace_back(5 + next(50), 5 + next(50));
         QImage whole = WhiteImage(60, 60);
         QImage pieces = WhiteImage(60, 60);
+        const QRect clip(10, 12, 35, 30);
         {
             TCanvas c(&whole);
             c.Polyline(points);
         }
+        // Clipping cuts pixels away but moves none.
+        QImage clipped = WhiteImage(60, 60);
+        {
+            TCanvas c(&clipped);
+            c.IntersectClipRect(clip);
+            c.Polyline(points);
+        }
+        for (int y = 0; y < 60; ++y)
+            for (int x = 0; x < 60; ++x)
+                ASSERT_EQ(clipped.pixel(x, y), clip.contains(x, y) ? whole.pixel(x, y) : qRgb(255, 255, 255))
+                    << x << "," << y;
         for (std::size_t i = 0; i + 1 < points.size(); ++i) {
             QImage single = WhiteImage(60, 60);
             TCanvas one(&single);

@@ -465,6 +465,26 @@ void TCanvas::ShapeOutline(bool Ellipse, int X1, int Y1, int X2, int Y2)
         FPainter->drawEllipse(stroke);
         return;
     }
+    if (SegmentsExact()) {
+        // Qt's own cosmetic rectangle loses its bottom-right pixel when clipped; the
+        // frame as four platform segments does not, and the fill stays inside it.
+        if (HasBrush() && r.width() > 2 && r.height() > 2) {
+            FPainter->setPen(Qt::NoPen);
+            FPainter->drawRect(QRectF(r.adjusted(1, 1, -1, -1)));
+            FPenApplied = false;
+            ApplyPen();
+        }
+        FLines.clear();
+        if (r.width() == 1 || r.height() == 1) {
+            StrokeSegment(r.topLeft(), r.bottomRight() + QPoint(r.height() == 1 ? 1 : 0, r.height() == 1 ? 0 : 1));
+        } else {
+            const QPoint frame[4] = {r.topLeft(), r.topRight(), r.bottomRight(), r.bottomLeft()};
+            for (int i = 0; i < 4; ++i)
+                StrokeSegment(frame[i], frame[(i + 1) % 4]);
+        }
+        FlushLines();
+        return;
+    }
     if (FRaster && FPen.Mode() != pmCopy && HasBrush()) {
         // Combining modes must see each pixel once: fill only inside the pen's pixels
         // (a pen of width w covers w/2 pixels outside its line and (w-1)/2 inside).
