@@ -407,3 +407,27 @@ TEST(VxDraw, DrawPolylineDropsRepeatedPointsAndIgnoresTooFew)
     ASSERT_EQ(pieces.size(), 1);
     EXPECT_EQ(pieces[0].points, (QVector<QPointF>{{0, 0}, {5, 5}, {9, 1}}));
 }
+
+TEST(VxDraw, ClippingCutsSymbolsButMovesNoPixel)
+{
+    const QRect clip(5, 3, 20, 20);
+    for (int s = 0; s < VxPointSymbolCount; ++s) {
+        for (const QPoint& centre : {QPoint(4, 10), QPoint(15, 2), QPoint(24, 24), QPoint(14, 12)}) {
+            SCOPED_TRACE(QStringLiteral("symbol %1 at %2,%3").arg(s).arg(centre.x()).arg(centre.y()).toStdString());
+            QImage whole = WhiteImage();
+            QImage clipped = WhiteImage();
+            for (QImage* image : {&whole, &clipped}) {
+                TCanvas c(image);
+                if (image == &clipped)
+                    c.IntersectClipRect(clip);
+                c.Pen().SetColor(clBlue);
+                c.Brush().SetColor(clYellow);
+                DrawPointSymbol(centre.x(), centre.y(), 6, static_cast<TVxPointSymbol>(s), c);
+            }
+            for (int y = 0; y < whole.height(); ++y)
+                for (int x = 0; x < whole.width(); ++x)
+                    ASSERT_EQ(clipped.pixel(x, y), clip.contains(x, y) ? whole.pixel(x, y) : qRgb(255, 255, 255))
+                        << x << "," << y;
+        }
+    }
+}
