@@ -11,10 +11,11 @@ using namespace vx;
 
 namespace {
 
-TFont BaseFont(int size = 12)
+TFont BaseFont(int size = 12, TFontStyles style = TFontStyles())
 {
     TFont font;
     font.SetSize(size);
+    font.SetStyle(style);
     font.SetColor(clBlack);
     return font;
 }
@@ -32,16 +33,6 @@ TVxCaptionRec Measure(const QString& text, const TFont& font = BaseFont())
     return rec;
 }
 
-int PlainWidth(const QString& text, const TFont& font)
-{
-    TCanvas canvas(static_cast<QPainter*>(nullptr));
-    canvas.SetFont(font);
-    int w = 0;
-    for (QChar c : text)
-        w += canvas.TextWidth(QString(c));
-    return w;
-}
-
 QFontMetrics MetricsOf(const TFont& font)
 {
     TCanvas canvas(static_cast<QPainter*>(nullptr));
@@ -49,11 +40,14 @@ QFontMetrics MetricsOf(const TFont& font)
     return canvas.FontMetrics();
 }
 
-TFont Sized(int size, TFontStyles style = TFontStyles())
+// Sum of the single characters' advances (no kerning, as the renderer measures).
+int PlainWidth(const QString& text, const TFont& font)
 {
-    TFont font = BaseFont(size);
-    font.SetStyle(style);
-    return font;
+    const QFontMetrics fm = MetricsOf(font);
+    int w = 0;
+    for (QChar c : text)
+        w += fm.horizontalAdvance(QString(c));
+    return w;
 }
 
 QImage WhiteImage(int w, int h)
@@ -151,7 +145,7 @@ TEST(RichPaintTo, WidthsAndCharArrays)
     const TVxCaptionRec rec = Measure("a\\bW\\b\\\\c", base);
     ASSERT_EQ(rec.Stripped, "aW\\c");
     const int wa = PlainWidth("a", base);
-    const int wW = PlainWidth("W", Sized(12, fsBold));
+    const int wW = PlainWidth("W", BaseFont(12, fsBold));
     const int wb = PlainWidth("\\", base);
     const int wc = PlainWidth("c", base);
     EXPECT_EQ(rec.CharX[0], wa);
@@ -194,8 +188,8 @@ TEST(RichPaintTo, ScriptSizesAndBaselineShifts)
     // baseline by Round(12 * 34 / 72) = 6 px, a subscript lowers it by Round(12 * 11 / 72) = 2.
     const TFont base = BaseFont(12);
     const QFontMetrics fb = MetricsOf(base);
-    const QFontMetrics fs = MetricsOf(Sized(8));
-    const int w2small = PlainWidth("2", Sized(8));
+    const QFontMetrics fs = MetricsOf(BaseFont(8));
+    const int w2small = PlainWidth("2", BaseFont(8));
     const int wx = PlainWidth("x", base);
 
     const TVxCaptionRec sup = Measure("x\\+2\\+x", base);
@@ -210,7 +204,7 @@ TEST(RichPaintTo, ScriptSizesAndBaselineShifts)
 
     // Nested scripts shrink twice and come back to the base size.
     const TVxCaptionRec nested = Measure("\\+\\-2\\-\\+x", base);
-    EXPECT_EQ(nested.CharX[0], PlainWidth("2", Sized(8 * 2 / 3)));
+    EXPECT_EQ(nested.CharX[0], PlainWidth("2", BaseFont(8 * 2 / 3)));
     EXPECT_EQ(nested.CharX[1] - nested.CharX[0], wx);
 }
 
