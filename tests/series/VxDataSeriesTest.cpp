@@ -520,3 +520,41 @@ TEST(VxDataSeries, CachedPixelsAreTheAxisMapping)
         EXPECT_EQ(wrong, 0);
     }
 }
+
+TEST(VxDataSeries, PublishedReferencesAreProperties)
+{
+    SeriesForm f;
+    auto* x = f.Vector({1, 2});
+    auto* s = new TVxDataWithErrorSeries(f.Form.get());
+    ASSERT_TRUE(s->setProperty("XData", QVariant::fromValue<TVxCustomRealVector*>(x)));
+    EXPECT_EQ(s->XData(), x);
+    EXPECT_EQ(s->property("XAxis").value<TVxAxis*>(), f.Graph->XAxis());
+    ASSERT_TRUE(s->setProperty("dYPlus", QVariant::fromValue<TVxCustomRealVector*>(x)));
+    EXPECT_EQ(s->dYPlus(), x);
+    EXPECT_TRUE(s->setProperty("Caption", "c"));
+    EXPECT_EQ(s->Caption(), "c");
+}
+
+TEST(VxDataSeries, LiveScatterDrawsLikeAFreshSeries)
+{
+    SeriesForm f(400, 300);
+    auto* x = f.Vector({});
+    auto* y = f.Vector({});
+    auto* s = MakeSeries(f, x, y);
+    s->LineStyle().SetVisible(false);
+    f.Graph->XAxis()->SetStartEnd(AxFixed);
+    f.Graph->XAxis()->SetStopEnd(AxFixed);
+    f.Graph->XAxis()->SetStop(100);
+    QRandomGenerator rng(8);
+    for (int i = 0; i < 600; ++i) {
+        x->Add(rng.bounded(100.0));
+        y->Add(rng.bounded(50.0));
+        if (i % 50 == 0)
+            f.Render();
+    }
+    y->SetValue(3, 25); // a change among the drawn symbols
+    const QImage live = f.Render();
+    s->SetXData(nullptr);
+    s->SetXData(x);
+    EXPECT_TRUE(live == f.Render());
+}

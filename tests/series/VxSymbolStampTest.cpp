@@ -44,13 +44,17 @@ TEST(VxSymbolLayer, StampsTheSamePixelsAsDrawingEachSymbol)
                     if (p.x() != INT_MIN)
                         DrawPointSymbol(p.x(), p.y(), r, TVxPointSymbol(symbol), c);
             }
+            // Round 0 builds the layer, round 1 redraws it, rounds 2 and 3 build a layer from
+            // the first half and extend it by the appended rest.
             TVxSymbolLayer layer;
-            for (int round = 0; round < 2; ++round) { // built, then drawn from the kept layer
+            TVxSymbolLayer grown;
+            for (int round = 0; round < 4; ++round) {
                 stamped.fill(Qt::white);
                 TCanvas c(&stamped);
                 setUp(c);
                 c.IntersectClipRect(QRect(5, 3, 100, 70));
-                layer.Draw(c, pts.data(), int(pts.size()), INT_MIN, TVxPointSymbol(symbol), r, 1);
+                const int n = round == 2 ? int(pts.size()) / 2 : int(pts.size());
+                (round < 2 ? layer : grown).Draw(c, pts.data(), n, INT_MIN, TVxPointSymbol(symbol), r, 1);
             }
             // Compared inside the clip (drawn unclipped for reference), blank outside it.
             const QRect clip(5, 3, 100, 70);

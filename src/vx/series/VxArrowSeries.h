@@ -16,6 +16,13 @@ class TVxArrowSeries : public TVxNotCalculatedSeries {
     Q_OBJECT
     Q_PROPERTY(int TipLength READ TipLength WRITE SetTipLength)
     Q_PROPERTY(int TipWidth READ TipWidth WRITE SetTipWidth)
+    Q_PROPERTY(vx::TVxAxis* XAxis READ XAxis WRITE SetXAxis)
+    Q_PROPERTY(vx::TVxAxis* YAxis READ YAxis WRITE SetYAxis)
+    Q_PROPERTY(vx::TVxCustomRealVector* XData READ XData WRITE SetXData)
+    Q_PROPERTY(vx::TVxCustomRealVector* YData READ YData WRITE SetYData)
+    Q_PROPERTY(vx::TVxCustomRealVector* Weight READ Weight WRITE SetWeight)
+    Q_PROPERTY(vx::TVxCustomRealVector* dXData READ dXData WRITE SetDX)
+    Q_PROPERTY(vx::TVxCustomRealVector* dYData READ dYData WRITE SetDY)
 
 public:
     // Binds to the last graph among the owner's children; TipLength 10, TipWidth 3.

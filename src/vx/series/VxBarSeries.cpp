@@ -138,8 +138,6 @@ void TVxBarSeries::SetPointsCount()
         FStackList.clear();
     FBarCount = BarsOf(EdgeData(), ValueData());
     const int count = FBarCount > 0 ? FBarCount + 1 : 0;
-    if (count != FPointsCount)
-        ++FPixelsVersion;
     FPointsCount = count;
     FPoints->SetCount(count);
     InvalidatePixels();
@@ -253,7 +251,6 @@ void TVxBarSeries::CalculatePoint(int Index)
 {
     if (Index < 0 || Index >= FPointsCount || !FXAxis || !FYAxis)
         return;
-    ++FPixelsVersion;
     auto pixel = [](TVxAxis* axis, const TVxCustomRealVector* v, int i, double value) {
         if (!v || i >= v->Count())
             return 0;

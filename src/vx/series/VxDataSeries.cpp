@@ -339,8 +339,8 @@ void TVxSeries::FOnWeightChanged(int, bool) {}
 void TVxSeries::SetPointsCount()
 {
     const int count = (FXData && FYData) ? std::min(FXData->Count(), FYData->Count()) : 0;
-    if (count != FPointsCount)
-        ++FPixelsVersion;
+    if (count < FDrawnCount)
+        ++FPixelsGeneration;
     FPointsCount = count;
     FPoints->SetCount(FPointsCount);
     if (FCachedCount > FPointsCount)
@@ -377,7 +377,8 @@ bool TVxSeries::PointAt(int Index, QPoint& P) const
 
 void TVxSeries::SetInvalidPoint(int Index)
 {
-    ++FPixelsVersion;
+    if (Index < FDrawnCount)
+        ++FPixelsGeneration;
     FPoints->SetValue(Index, QPoint(kInvalidPixel, kInvalidPixel));
 }
 
@@ -493,7 +494,8 @@ void TVxSeries::CalculatePoint(int Index)
         SetInvalidPoint(Index);
         return;
     }
-    ++FPixelsVersion;
+    if (Index < FDrawnCount)
+        ++FPixelsGeneration;
     FPoints->SetValue(Index, QPoint(FXAxis->RealToIntPosition(FXData->Data()[Index]),
                                     FYAxis->RealToIntPosition(FYData->Data()[Index])));
 }
@@ -545,7 +547,8 @@ void TVxSeries::CalculatePointRange(int From, int To)
 {
     if (From >= To || !FXAxis || !FYAxis)
         return;
-    ++FPixelsVersion;
+    if (From < FDrawnCount)
+        ++FPixelsGeneration;
     const double* x = FXData->Data();
     const double* y = FYData->Data();
     QPoint* p = FPoints->GetPointer(0);
@@ -578,7 +581,7 @@ bool TVxSeries::CanKeepPixels() const
 
 void TVxSeries::InvalidatePixels()
 {
-    ++FPixelsVersion;
+    ++FPixelsGeneration;
     FCachedCount = 0;
     ResetReducer();
 }
@@ -917,7 +920,8 @@ void TVxSeries::DrawSymbols(TCanvas& Canvas, const TVxPointStyle& Style, TColor 
     Canvas.Pen().SetMode(pmCopy);
     Canvas.Brush().SetColor(Background);
     FSymbolLayer->Draw(Canvas, FPoints->GetPointer(0), FPointsCount, kInvalidPixel, Style.Style(), Style.Size(),
-                       FPixelsVersion);
+                       FPixelsGeneration);
+    FDrawnCount = FPointsCount;
 }
 
 // ---------------------------------------------------------------------------------------

@@ -280,8 +280,10 @@ protected:
     std::unique_ptr<TVxLineLayer> FLineLayer;
     // Changes whenever the reduction restarts (keys the line layer).
     quint64 FReducerGeneration = 0;
-    // Changes whenever a pixel position may have changed (keys the symbol layer).
-    quint64 FPixelsVersion = 0;
+    // Changes whenever a pixel position already drawn changes (keys the symbol layer);
+    // FDrawnCount points were drawn last time.
+    quint64 FPixelsGeneration = 0;
+    int FDrawnCount = 0;
     QPointer<TVxCustomRealVector> FXData;
     QPointer<TVxCustomRealVector> FYData;
     QPointer<TVxCustomRealVector> FWeight;
@@ -323,6 +325,11 @@ public:
 // A line series; on creation it binds to the last graph among its owner's children.
 class TVxLineSeries : public TVxNotCalculatedSeries {
     Q_OBJECT
+    Q_PROPERTY(vx::TVxAxis* XAxis READ XAxis WRITE SetXAxis)
+    Q_PROPERTY(vx::TVxAxis* YAxis READ YAxis WRITE SetYAxis)
+    Q_PROPERTY(vx::TVxCustomRealVector* XData READ XData WRITE SetXData)
+    Q_PROPERTY(vx::TVxCustomRealVector* YData READ YData WRITE SetYData)
+    Q_PROPERTY(vx::TVxCustomRealVector* Weight READ Weight WRITE SetWeight)
 public:
     explicit TVxLineSeries(QObject* AOwner = nullptr);
 };
@@ -350,6 +357,11 @@ protected:
 // PointStyle.Size half-length. Error bars widen the ranges while symbols are shown.
 class TVxDataWithErrorSeries : public TVxDataSeries {
     Q_OBJECT
+    Q_PROPERTY(vx::TVxCustomRealVector* dXPlus READ dXPlus WRITE SetdXPlus)
+    Q_PROPERTY(vx::TVxCustomRealVector* dXMinus READ dXMinus WRITE SetdXMinus)
+    Q_PROPERTY(vx::TVxCustomRealVector* dYPlus READ dYPlus WRITE SetdYPlus)
+    Q_PROPERTY(vx::TVxCustomRealVector* dYMinus READ dYMinus WRITE SetdYMinus)
+    Q_PROPERTY(int ErrorIndicatorsColor READ ErrorIndicatorsColor WRITE SetErrorIndicatorsColor)
 public:
     explicit TVxDataWithErrorSeries(QObject* AOwner = nullptr);
     ~TVxDataWithErrorSeries() override;

@@ -11,41 +11,11 @@ namespace vx {
 
 namespace {
 
-// One pixel of the symbol pattern, relative to the symbol's centre.
-struct TSpritePixel {
-    int DX;
-    int DY;
-    QRgb Value;
-};
-
 // Half the side of a square that holds the whole symbol drawn with a pen of Width.
 int SymbolReach(int R, int Width)
 {
     // The star's tip reaches 8 % beyond R; wide pens add half their width on each side.
     return (R * 108) / 100 + Width + 2;
-}
-
-// Draws the symbol once into a transparent sprite and lists its painted pixels.
-std::vector<TSpritePixel> SymbolPattern(const TCanvas& Canvas, TVxPointSymbol Symbol, int R, int Reach)
-{
-    const int side = 2 * Reach + 1;
-    QImage sprite(side, side, QImage::Format_ARGB32_Premultiplied);
-    sprite.fill(0);
-    {
-        TCanvas sc(&sprite);
-        sc.SetPalette(Canvas.Palette());
-        sc.SetPen(Canvas.Pen());
-        sc.SetBrush(Canvas.Brush());
-        DrawPointSymbol(Reach, Reach, R, Symbol, sc);
-    }
-    std::vector<TSpritePixel> pixels;
-    for (int y = 0; y < side; ++y) {
-        const QRgb* row = reinterpret_cast<const QRgb*>(sprite.constScanLine(y));
-        for (int x = 0; x < side; ++x)
-            if (qAlpha(row[x]) != 0)
-                pixels.push_back({x - Reach, y - Reach, row[x]});
-    }
-    return pixels;
 }
 
 bool IntegralTranslation(const QTransform& T)
@@ -64,42 +34,50 @@ void TVxSymbolLayer::DrawEach(TCanvas& Canvas, const QPoint* Points, int Count, 
 }
 
 void TVxSymbolLayer::Draw(TCanvas& Canvas, const QPoint* Points, int Count, int Skip, TVxPointSymbol Symbol, int R,
-                          quint64 Version)
+                          quint64 Generation)
 {
     if (Count <= 0 || int(Symbol) < 0 || int(Symbol) >= VxPointSymbolCount)
         return;
     QPainter* painter = Canvas.Painter();
     if (!Canvas.IsRaster() || Canvas.Pen().Mode() != pmCopy || !IntegralTranslation(painter->deviceTransform())) {
-        FValid = false;
+        Clear();
         DrawEach(Canvas, Points, Count, Skip, Symbol, R);
         return;
     }
-
-    // The area the symbols can show in: the clip, narrowed to the points' reach.
-    const int reach = SymbolReach(R, Canvas.Pen().Width());
-    int x0 = INT_MAX, y0 = INT_MAX, x1 = INT_MIN, y1 = INT_MIN;
-    for (int i = 0; i < Count; ++i) {
-        const QPoint p = Points[i];
-        if (p.x() == Skip)
-            continue;
-        x0 = std::min(x0, p.x());
-        x1 = std::max(x1, p.x());
-        y0 = std::min(y0, p.y());
-        y1 = std::max(y1, p.y());
-    }
-    if (x0 > x1)
-        return;
-    const QRect reachRect(QPoint(std::max(x0, INT_MIN / 2) - reach, std::max(y0, INT_MIN / 2) - reach),
-                          QPoint(std::min(x1, INT_MAX / 2) + reach, std::min(y1, INT_MAX / 2) + reach));
-    const QRect rect = Canvas.ClipRect().intersected(reachRect);
+    const QRect rect = Canvas.ClipRect();
     if (rect.isEmpty())
         return;
-
-    const TKey key{Version, Symbol, R, Canvas.Pen().Width(), Canvas.Pen().Color(), Canvas.Brush().Color(), rect};
-    if (!(FValid && key == FKey)) {
-        FValid = Build(Canvas, Points, Count, Skip, Symbol, R, rect);
+    const TKey key{Symbol, R, Canvas.Pen().Width(), Canvas.Pen().Color(), Canvas.Brush().Color(), rect};
+    if (FValid && key == FKey && Generation == FGeneration && FCount <= Count) {
+        Extend(Points, FCount, Count, Skip);
+    } else {
         FKey = key;
+        // The pattern: the symbol drawn once into a transparent sprite.
+        FReach = SymbolReach(R, Canvas.Pen().Width());
+        const int side = 2 * FReach + 1;
+        QImage sprite(side, side, QImage::Format_ARGB32_Premultiplied);
+        sprite.fill(0);
+        {
+            TCanvas sc(&sprite);
+            sc.SetPalette(Canvas.Palette());
+            sc.SetPen(Canvas.Pen());
+            sc.SetBrush(Canvas.Brush());
+            DrawPointSymbol(FReach, FReach, R, Symbol, sc);
+        }
+        FPattern.clear();
+        for (int y = 0; y < side; ++y) {
+            const QRgb* row = reinterpret_cast<const QRgb*>(sprite.constScanLine(y));
+            for (int x = 0; x < side; ++x)
+                if (qAlpha(row[x]) != 0)
+                    FPattern.push_back({x - FReach, y - FReach, row[x]});
+        }
+        FLayer = QImage(rect.size(), QImage::Format_ARGB32_Premultiplied);
+        FLayer.fill(0);
+        Build(Points, Count, Skip);
     }
+    FValid = true;
+    FGeneration = Generation;
+    FCount = Count;
     painter = Canvas.Painter();
     const QPainter::CompositionMode mode = painter->compositionMode();
     painter->setCompositionMode(QPainter::CompositionMode_SourceOver);
@@ -107,47 +85,64 @@ void TVxSymbolLayer::Draw(TCanvas& Canvas, const QPoint* Points, int Count, int 
     painter->setCompositionMode(mode);
 }
 
-bool TVxSymbolLayer::Build(TCanvas& Canvas, const QPoint* Points, int Count, int Skip, TVxPointSymbol Symbol,
-                           int R, const QRect& Rect)
+void TVxSymbolLayer::Stamp(int CX, int CY, bool OnlyEmpty)
 {
-    const int reach = SymbolReach(R, Canvas.Pen().Width());
-    const std::vector<TSpritePixel> pattern = SymbolPattern(Canvas, Symbol, R, reach);
-    const int w = Rect.width();
-    const int h = Rect.height();
-    FLayer = QImage(w, h, QImage::Format_ARGB32_Premultiplied);
-    FLayer.fill(0);
-    FTaken.assign(size_t(w) * size_t(h), 0);
+    const int w = FLayer.width();
+    const int h = FLayer.height();
     QRgb* bits = reinterpret_cast<QRgb*>(FLayer.bits());
     const qsizetype stride = FLayer.bytesPerLine() / qsizetype(sizeof(QRgb));
+    const bool inside = CX - FReach >= 0 && CY - FReach >= 0 && CX + FReach < w && CY + FReach < h;
+    for (const TSpritePixel& s : FPattern) {
+        const int x = CX + s.DX;
+        const int y = CY + s.DY;
+        if (!inside && (x < 0 || y < 0 || x >= w || y >= h))
+            continue;
+        QRgb& dst = bits[y * stride + x];
+        if (!OnlyEmpty || qAlpha(dst) == 0)
+            dst = s.Value;
+    }
+}
 
+void TVxSymbolLayer::Build(const QPoint* Points, int Count, int Skip)
+{
+    const int w = FLayer.width();
+    const int h = FLayer.height();
+    // Positions already taken by a later (identical, covering) symbol.
+    std::vector<std::uint8_t> taken(size_t(w) * size_t(h), 0);
     // Last symbol first: a pixel already painted belongs to a later symbol, which covers it.
     for (int i = Count - 1; i >= 0; --i) {
         const QPoint p = Points[i];
         if (p.x() == Skip)
             continue;
-        const long long lx = (long long)p.x() - Rect.left();
-        const long long ly = (long long)p.y() - Rect.top();
-        if (lx < -reach || ly < -reach || lx >= w + reach || ly >= h + reach)
+        const long long lx = (long long)p.x() - FKey.Rect.left();
+        const long long ly = (long long)p.y() - FKey.Rect.top();
+        if (lx < -FReach || ly < -FReach || lx >= w + FReach || ly >= h + FReach)
             continue;
         const int cx = int(lx), cy = int(ly);
         if (cx >= 0 && cy >= 0 && cx < w && cy < h) {
-            std::uint8_t& taken = FTaken[size_t(cy) * size_t(w) + size_t(cx)];
-            if (taken)
-                continue; // an identical symbol is drawn later on the same spot
-            taken = 1;
-        }
-        const bool inside = cx - reach >= 0 && cy - reach >= 0 && cx + reach < w && cy + reach < h;
-        for (const TSpritePixel& s : pattern) {
-            const int x = cx + s.DX;
-            const int y = cy + s.DY;
-            if (!inside && (x < 0 || y < 0 || x >= w || y >= h))
+            std::uint8_t& t = taken[size_t(cy) * size_t(w) + size_t(cx)];
+            if (t)
                 continue;
-            QRgb& dst = bits[y * stride + x];
-            if (qAlpha(dst) == 0)
-                dst = s.Value;
+            t = 1;
         }
+        Stamp(cx, cy, true);
     }
-    return true;
+}
+
+void TVxSymbolLayer::Extend(const QPoint* Points, int From, int Count, int Skip)
+{
+    const int w = FLayer.width();
+    const int h = FLayer.height();
+    for (int i = From; i < Count; ++i) {
+        const QPoint p = Points[i];
+        if (p.x() == Skip)
+            continue;
+        const long long lx = (long long)p.x() - FKey.Rect.left();
+        const long long ly = (long long)p.y() - FKey.Rect.top();
+        if (lx < -FReach || ly < -FReach || lx >= w + FReach || ly >= h + FReach)
+            continue;
+        Stamp(int(lx), int(ly), false);
+    }
 }
 
 } // namespace vx

@@ -9,8 +9,9 @@
 // position already taken by a later symbol is skipped. Other devices (pictures, SVG, PDF,
 // scaled painters) get one DrawPointSymbol per symbol.
 //
-// The finished layer can be kept and drawn again while the points, style and target
-// rectangle stay the same (see TVxSymbolLayer).
+// The finished layer is kept: it is drawn again while the points, style and target
+// rectangle stay the same, and when points were only appended the new symbols are stamped
+// on top of it (later symbols cover earlier ones, so this gives the same picture).
 
 #include "vx/graph/VxDraw.h"
 #include "vx/platform/VxGraphics.h"
@@ -28,9 +29,8 @@ class TCanvas;
 // The cached symbol layer of one series.
 class TVxSymbolLayer {
 public:
-    // What the layer shows; a layer is reused only for an equal key.
+    // How the layer draws; a layer is reused only for an equal key.
     struct TKey {
-        quint64 PointsVersion = 0;
         TVxPointSymbol Symbol = SyCircle;
         int Size = 0;
         int Width = 0;
@@ -39,30 +39,43 @@ public:
         QRect Rect;
         bool operator==(const TKey& o) const
         {
-            return PointsVersion == o.PointsVersion && Symbol == o.Symbol && Size == o.Size && Width == o.Width
+            return Symbol == o.Symbol && Size == o.Size && Width == o.Width
                    && PenColor == o.PenColor && BrushColor == o.BrushColor && Rect == o.Rect;
         }
     };
 
     // Draws the symbol Symbol of half-size R at each of the Count positions (entries with
     // x = Skip are left out) in the canvas pen (width and colour) and brush colour.
-    // Version identifies the positions: an unchanged version (with the same style and
-    // canvas area) draws the kept layer.
+    // Generation must change whenever a position already drawn changes; with the same
+    // generation (and style and canvas area) the kept layer is reused and extended.
     void Draw(TCanvas& Canvas, const QPoint* Points, int Count, int Skip, TVxPointSymbol Symbol, int R,
-              quint64 Version);
+              quint64 Generation);
     // Drops the kept layer.
     void Clear() { FValid = false; FLayer = QImage(); }
 
 private:
     // Draws one DrawPointSymbol per point (devices the layer cannot serve).
     static void DrawEach(TCanvas& Canvas, const QPoint* Points, int Count, int Skip, TVxPointSymbol Symbol, int R);
-    bool Build(TCanvas& Canvas, const QPoint* Points, int Count, int Skip, TVxPointSymbol Symbol, int R,
-               const QRect& Rect);
+    struct TSpritePixel {
+        int DX;
+        int DY;
+        QRgb Value;
+    };
+    // Fills a fresh layer from the last symbol to the first.
+    void Build(const QPoint* Points, int Count, int Skip);
+    // Stamps symbols From..Count-1 over the layer, in order.
+    void Extend(const QPoint* Points, int From, int Count, int Skip);
+    // Copies the pattern centred on layer pixel (CX, CY); with OnlyEmpty, pixels already
+    // painted are kept.
+    void Stamp(int CX, int CY, bool OnlyEmpty);
 
     bool FValid = false;
     TKey FKey;
+    quint64 FGeneration = 0;
+    int FCount = 0;
+    int FReach = 0;
+    std::vector<TSpritePixel> FPattern;
     QImage FLayer;
-    std::vector<std::uint8_t> FTaken;
 };
 
 } // namespace vx
