@@ -151,3 +151,15 @@ TEST(VxComponent, FirstFreeNameSearchesTheWholeForm)
     EXPECT_EQ(FirstFreeName(&form, "Legend"), QStringLiteral("Legend1"));
     EXPECT_EQ(FormOf(graph), &form);
 }
+
+TEST(VxComponent, StateOfADeletedObjectDoesNotReachANewOneAtTheSameAddress)
+{
+    for (int i = 0; i < 100; ++i) {
+        auto* first = new QObject;
+        IncludeComponentState(first, csLoading | csDesigning);
+        delete first;
+        auto* second = new QObject; // often reuses the freed memory
+        EXPECT_EQ(ComponentState(second), 0u);
+        delete second;
+    }
+}

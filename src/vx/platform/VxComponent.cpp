@@ -3,24 +3,32 @@
 #include <QApplication>
 #include <QCoreApplication>
 #include <QPointer>
+#include <QHash>
 #include <QSet>
-#include <QVariant>
 #include <QWidget>
 
 namespace vx {
 
 namespace {
 
-// Dynamic property holding an object's own state flags.
-constexpr const char* StateProperty = "_vx_componentState";
-
 // Flags an object shares with its owner chain.
 constexpr TComponentState InheritedFlags = csDesigning | csDestroying;
 
+// Own state flags of the objects that have any; entries leave with their object. A
+// table rather than dynamic properties: ComponentState is asked on every data change.
+QHash<const QObject*, TComponentState>& StateTable()
+{
+    static QHash<const QObject*, TComponentState> table;
+    return table;
+}
+
 TComponentState OwnState(const QObject* obj)
 {
-    const QVariant v = obj->property(StateProperty);
-    return v.isValid() ? v.toUInt() : 0u;
+    const QHash<const QObject*, TComponentState>& table = StateTable();
+    if (table.isEmpty())
+        return 0;
+    const auto it = table.constFind(obj);
+    return it == table.constEnd() ? 0u : it.value();
 }
 
 // Root first, then every descendant depth first in creation order.
@@ -90,9 +98,18 @@ TComponentState ComponentState(const QObject* Obj)
 
 void SetComponentState(QObject* Obj, TComponentState State)
 {
-    if (!Obj || OwnState(Obj) == State)
+    if (!Obj)
         return;
-    Obj->setProperty(StateProperty, State == 0 ? QVariant() : QVariant(State));
+    QHash<const QObject*, TComponentState>& table = StateTable();
+    const auto it = table.find(Obj);
+    if (it != table.end()) {
+        it.value() = State; // a cleared entry stays until its object goes
+        return;
+    }
+    if (State == 0)
+        return;
+    table.insert(Obj, State);
+    QObject::connect(Obj, &QObject::destroyed, [Obj] { StateTable().remove(Obj); });
 }
 
 void IncludeComponentState(QObject* Obj, TComponentState Flags)
