@@ -11,6 +11,7 @@
 #include "vx/series/VxSymbolStamp.h"
 
 #include <QRandomGenerator>
+#include <QTimer>
 #include <algorithm>
 #include <climits>
 #include <cmath>
@@ -73,8 +74,14 @@ TVxSeries::TVxSeries(QObject* AOwner)
 {
     FAreaStyle->SetVisible(false);
     FPointsDirty = true;
-    if (IsDesigning(this))
-        FComponentIndex = AOwner ? AOwner->children().indexOf(this) : -1;
+    // In a designer, a change of the series' order among the form's children redraws the
+    // graph in the new order.
+    if (IsDesigning(this) && qobject_cast<QWidget*>(AOwner)) {
+        FComponentIndex = AOwner->children().indexOf(this);
+        auto* timer = new QTimer(this);
+        connect(timer, &QTimer::timeout, this, &TVxSeries::TestOrder);
+        timer->start(100);
+    }
 }
 
 TVxSeries::~TVxSeries()

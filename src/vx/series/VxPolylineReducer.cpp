@@ -52,7 +52,7 @@ void TVxPolylineReducer::Clear()
     FHasColumn = false;
 }
 
-void TVxPolylineReducer::Add(QPoint P)
+void TVxPolylineReducer::AddToNewColumn(QPoint P)
 {
     ++FInputCount;
     if (!FInRun) {
@@ -61,16 +61,6 @@ void TVxPolylineReducer::Add(QPoint P)
         FRunInputCount = 0;
     }
     ++FRunInputCount;
-    if (FHasColumn && P.x() == FColumnX) {
-        if (P.y() == FLastY)
-            return; // a repeated point adds no segment
-        FLastStrictMin = P.y() < FMinY;
-        FLastStrictMax = P.y() > FMaxY;
-        FMinY = std::min(FMinY, P.y());
-        FMaxY = std::max(FMaxY, P.y());
-        FLastY = P.y();
-        return;
-    }
     FlushColumn();
     FHasColumn = true;
     FColumnX = P.x();

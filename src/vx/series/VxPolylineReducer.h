@@ -23,7 +23,25 @@ public:
     // Forgets all points.
     void Clear();
     // Appends the next point of the current polyline.
-    void Add(QPoint P);
+    void Add(QPoint P)
+    {
+        // The common case inline: a further point in the open column.
+        if (FHasColumn && FInRun && P.x() == FColumnX) {
+            ++FInputCount;
+            ++FRunInputCount;
+            if (P.y() == FLastY)
+                return; // a repeated point adds no segment
+            FLastStrictMin = P.y() < FMinY;
+            FLastStrictMax = P.y() > FMaxY;
+            if (FLastStrictMin)
+                FMinY = P.y();
+            if (FLastStrictMax)
+                FMaxY = P.y();
+            FLastY = P.y();
+            return;
+        }
+        AddToNewColumn(P);
+    }
     // Ends the current polyline; the next point starts a new one.
     void Break();
     // Number of points fed since the last Clear (breaks not counted).
@@ -38,6 +56,7 @@ public:
     std::vector<TRun> Runs() const;
 
 private:
+    void AddToNewColumn(QPoint P);
     void FlushColumn();
     void EndRun();
 
