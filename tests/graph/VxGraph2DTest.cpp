@@ -126,6 +126,10 @@ TEST(VxGraph2D, ExistingAxesAreReused)
     EXPECT_EQ(other->Position(), AxBottomPos);
     delete other;
     EXPECT_EQ(g.PrimaryXAxis(), nullptr);
+    QWidget elsewhere;
+    auto* stray = new TVxAxis(&elsewhere);
+    g.SetPrimaryYAxis(stray);
+    EXPECT_EQ(stray->parentWidget(), &g);
     g.ToImage(); // painting without a primary axis is harmless
 }
 

@@ -335,10 +335,21 @@ void TVx2DGraph::SetFont(const TFont& font)
     FFont->Assign(font);
 }
 
+void TVx2DGraph::Adopt(TVxAxis* axis)
+{
+    // Axes are laid out among the graph's children: one placed elsewhere moves in.
+    if (axis && axis->parentWidget() != this) {
+        axis->setParent(this);
+        if (isVisible())
+            axis->show();
+    }
+}
+
 void TVx2DGraph::SetPrimaryXAxis(TVxAxis* axis)
 {
     if (FPrimaryXAxis == axis)
         return;
+    Adopt(axis);
     FPrimaryXAxis = axis;
     if (axis)
         axis->SetPosition(AxBottomPos);
@@ -349,6 +360,7 @@ void TVx2DGraph::SetPrimaryYAxis(TVxAxis* axis)
 {
     if (FPrimaryYAxis == axis)
         return;
+    Adopt(axis);
     FPrimaryYAxis = axis;
     if (axis)
         axis->SetPosition(AxLeftPos);
@@ -377,21 +389,12 @@ void TVx2DGraph::CreateAxes()
             axis->show();
         return axis;
     };
-    // An axis found on the owner moves into the graph, where axes are laid out.
-    auto adopt = [this](TVxAxis* axis) {
-        if (axis && axis->parentWidget() != this) {
-            axis->setParent(this);
-            if (isVisible())
-                axis->show();
-        }
-        return axis;
-    };
     if (!FPrimaryXAxis) {
-        TVxAxis* x = adopt(LastAxisAt(this, AxBottomPos));
+        TVxAxis* x = LastAxisAt(this, AxBottomPos);
         SetPrimaryXAxis(x ? x : make(AxBottomPos, "XAxis"));
     }
     if (!FPrimaryYAxis) {
-        TVxAxis* y = adopt(LastAxisAt(this, AxLeftPos));
+        TVxAxis* y = LastAxisAt(this, AxLeftPos);
         if (!y) {
             // Ticks of a new y axis point away from the data, like those of the x axis.
             y = make(AxLeftPos, "YAxis");

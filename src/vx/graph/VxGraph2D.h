@@ -166,7 +166,8 @@ public:
     TFont& Font() const { return *FFont; }
     void SetFont(const TFont& font);
     // Horizontal axis for the vertical grid lines and the calculation; setting one moves
-    // it to the bottom. Found or created when the graph is first shown or rendered.
+    // it to the bottom (and into the graph when it sits elsewhere). Found or created when
+    // the graph is first shown or rendered.
     TVxAxis* PrimaryXAxis() const { return FPrimaryXAxis; }
     void SetPrimaryXAxis(TVxAxis* axis);
     TVxAxis* PrimaryYAxis() const { return FPrimaryYAxis; }
@@ -263,6 +264,7 @@ private:
     void PaintGrid(TCanvas& Canvas, const TVxAxis* axis, const TVxLineStyle& major,
                    const TVxLineStyle& minor, bool vertical) const;
     void UpdateTitle();
+    void Adopt(TVxAxis* axis);
     void LegendDestroyed(QObject* legend);
 
     TVxDrawingWorld* FDrawingWorld = nullptr;
