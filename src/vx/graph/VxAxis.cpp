@@ -814,8 +814,8 @@ void TVxAxis::CalculateTicks()
     FScale.MajorTickPart = FTicks.MajorTickPart;
     FScale.LabelPart = FTicks.LabelPart;
 
-    // Measure labels apart from placing them (a device-less canvas: fonts are pixel-sized).
-    TCanvas canvas(static_cast<QPainter*>(nullptr));
+    // Measure labels apart from placing them (on a measuring canvas: fonts are pixel-sized).
+    TCanvas canvas;
     FLabelTexts.clear();
     FMaxLabelWidth = 0;
     FMaxLabelHeight = 0;
