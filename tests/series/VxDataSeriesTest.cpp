@@ -546,10 +546,10 @@ TEST(VxDataSeries, LiveScatterDrawsLikeAFreshSeries)
     f.Graph->XAxis()->SetStopEnd(AxFixed);
     f.Graph->XAxis()->SetStop(100);
     QRandomGenerator rng(8);
-    for (int i = 0; i < 600; ++i) {
+    for (int i = 0; i < 2600; ++i) { // kept symbol layers start at 2000 points
         x->Add(rng.bounded(100.0));
         y->Add(rng.bounded(50.0));
-        if (i % 50 == 0)
+        if (i % 100 == 0)
             f.Render();
     }
     y->SetValue(3, 25); // a change among the drawn symbols

@@ -22,6 +22,10 @@ namespace {
 
 constexpr int kInvalidPixel = TVxSeries::CInvalidPixel;
 
+// Below this many points a series draws directly: a kept raster layer of the plot's size
+// would cost more memory than it saves time.
+constexpr int kLayerMinPoints = 2000;
+
 // Pixel lengths beyond this are clamped (far outside any plot, safe for the painter).
 constexpr double kMaxPixelLength = 1.0e6;
 
@@ -888,7 +892,12 @@ void TVxSeries::DrawLine(TCanvas& Canvas)
         Canvas.SetPen(pen);
         if (pen.Width() == 0 && pen.Style() == psSolid) {
             UpdateReducedLine();
-            FLineLayer->Draw(Canvas, *FReducer, FReducerGeneration, p, FPointsCount, kInvalidPixel);
+            if (FPointsCount >= kLayerMinPoints) {
+                FLineLayer->Draw(Canvas, *FReducer, FReducerGeneration, p, FPointsCount, kInvalidPixel);
+            } else {
+                FLineLayer->Clear();
+                DrawReducedLine(*FReducer, Canvas);
+            }
         } else {
             for (int i = 0; i < FPointsCount;) {
                 while (i < FPointsCount && p[i].x() == kInvalidPixel)
@@ -926,8 +935,14 @@ void TVxSeries::DrawSymbols(TCanvas& Canvas, const TVxPointStyle& Style, TColor 
     Canvas.Pen().SetColor(Style.Color());
     Canvas.Pen().SetMode(pmCopy);
     Canvas.Brush().SetColor(Background);
-    FSymbolLayer->Draw(Canvas, FPoints->GetPointer(0), FPointsCount, kInvalidPixel, Style.Style(), Style.Size(),
-                       FPixelsGeneration);
+    if (FPointsCount >= kLayerMinPoints) {
+        FSymbolLayer->Draw(Canvas, FPoints->GetPointer(0), FPointsCount, kInvalidPixel, Style.Style(), Style.Size(),
+                           FPixelsGeneration);
+    } else {
+        FSymbolLayer->Clear();
+        TVxSymbolLayer::DrawEach(Canvas, FPoints->GetPointer(0), FPointsCount, kInvalidPixel, Style.Style(),
+                                 Style.Size());
+    }
     FDrawnCount = FPointsCount;
 }
 

@@ -52,10 +52,11 @@ public:
               quint64 Generation);
     // Drops the kept layer.
     void Clear() { FValid = false; FLayer = QImage(); }
+    // Draws one DrawPointSymbol per point (devices the layer cannot serve, and few points,
+    // where a layer of the plot's size would cost more memory than it saves time).
+    static void DrawEach(TCanvas& Canvas, const QPoint* Points, int Count, int Skip, TVxPointSymbol Symbol, int R);
 
 private:
-    // Draws one DrawPointSymbol per point (devices the layer cannot serve).
-    static void DrawEach(TCanvas& Canvas, const QPoint* Points, int Count, int Skip, TVxPointSymbol Symbol, int R);
     struct TSpritePixel {
         int DX;
         int DY;
