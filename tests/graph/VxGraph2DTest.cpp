@@ -71,11 +71,13 @@ public:
     int Calculations = 0;
 };
 
-void Press(QWidget* w, QEvent::Type type, QPoint p)
+// Sends a left-button event; returns whether the widget kept it.
+bool Press(QWidget* w, QEvent::Type type, QPoint p)
 {
     QMouseEvent e(type, QPointF(p), w->mapToGlobal(QPointF(p)), Qt::LeftButton,
                   type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(w, &e);
+    return e.isAccepted();
 }
 
 } // namespace
@@ -392,7 +394,7 @@ TEST(VxGraph2D, ZoomDragAndZoomBack)
     TVxDrawingWorld* w = g->DrawingWorld();
     const TVxAxis* x = g->PrimaryXAxis();
     // A drag along one row does not zoom.
-    Press(w, QEvent::MouseButtonPress, QPoint(10, 10));
+    EXPECT_TRUE(Press(w, QEvent::MouseButtonPress, QPoint(10, 10))); // kept: moves come here
     Press(w, QEvent::MouseMove, QPoint(60, 10));
     EXPECT_TRUE(w->Zooming());
     Press(w, QEvent::MouseButtonRelease, QPoint(60, 10));
@@ -432,6 +434,7 @@ TEST(VxGraph2D, StartStopMarkersDrag)
     w->SetOnMarkerMoved([&moved](QObject*) { ++moved; });
     EXPECT_TRUE(w->NearStart(21));
     EXPECT_FALSE(w->NearStart(22));
+    EXPECT_FALSE(Press(w, QEvent::MouseButtonPress, QPoint(50, 30))); // no marker: to the graph
     Press(w, QEvent::MouseButtonPress, QPoint(79, 30));
     EXPECT_TRUE(w->DraggingStop());
     Press(w, QEvent::MouseMove, QPoint(120, 30));

@@ -225,20 +225,26 @@ void TVxDrawingWorld::paintEvent(QPaintEvent*)
 
 void TVxDrawingWorld::mousePressEvent(QMouseEvent* event)
 {
+    // A press that starts a drag is kept (so that the moves and the release come here);
+    // any other press goes on to the graph.
+    bool handled = false;
     GuardEvent([&] {
         const QPoint p = event->position().toPoint();
         if (FMarkersShown) {
             if (NearStart(p.x()))
-                FDraggingStart = true;
+                FDraggingStart = handled = true;
             else if (NearStop(p.x()))
-                FDraggingStop = true;
+                FDraggingStop = handled = true;
         } else if (FAutoZoom && event->button() == Qt::LeftButton) {
             FZoomAnchor = FZoomCorner = p;
-            FZooming = true;
+            FZooming = handled = true;
             update();
         }
     });
-    QWidget::mousePressEvent(event);
+    if (handled)
+        event->accept();
+    else
+        QWidget::mousePressEvent(event);
 }
 
 void TVxDrawingWorld::mouseMoveEvent(QMouseEvent* event)

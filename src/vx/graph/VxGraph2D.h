@@ -77,7 +77,8 @@ public:
 };
 
 // The area inside the graph where series draw, with the zoom rectangle and the
-// draggable start/stop markers. Mouse events go on to the graph after its own handling.
+// draggable start/stop markers. Mouse events that start no zoom or marker drag go on to
+// the graph.
 class TVxDrawingWorld : public QWidget {
     Q_OBJECT
 public:
