@@ -7,6 +7,7 @@
 #include "vx/series/VxDataSeries.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QFile>
 #include <QImage>
 #include <QMimeData>
@@ -496,7 +497,11 @@ TEST(VxGraph2D, MetafileClipboardAndFiles)
 
     std::unique_ptr<QMimeData> mime(g->CreateMimeData());
     EXPECT_TRUE(mime->hasFormat("image/svg+xml"));
+    EXPECT_TRUE(mime->data("image/svg+xml").startsWith("<?xml"));
     EXPECT_TRUE(mime->hasImage());
+    g->CopyToClipboard();
+    if (const QMimeData* clip = QGuiApplication::clipboard()->mimeData())
+        EXPECT_TRUE(clip->hasFormat("image/svg+xml"));
 
     QTemporaryDir dir;
     for (const char* ext : {"svg", "pdf", "png"}) {
