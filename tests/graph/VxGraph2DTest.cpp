@@ -14,6 +14,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTemporaryDir>
+#include <QWindow>
 #include <gtest/gtest.h>
 #include <memory>
 
@@ -421,6 +422,31 @@ TEST(VxGraph2D, ZoomDragAndZoomBack)
     g->ZoomBack();
     EXPECT_EQ(x->Start(), 0);
     EXPECT_EQ(x->Stop(), 100);
+}
+
+TEST(VxGraph2D, ZoomDragThroughTheWindow)
+{
+    // Through the window, as a user's drag arrives: the press grabs the mouse for the world.
+    auto g = FramedGraph();
+    g->SetAutoZoom(true);
+    g->show();
+    QApplication::processEvents();
+    QWindow* window = g->windowHandle();
+    ASSERT_NE(window, nullptr);
+    const QPoint origin = g->DrawingWorld()->geometry().topLeft();
+    auto send = [&](QEvent::Type type, QPoint p, Qt::MouseButtons buttons) {
+        QMouseEvent e(type, QPointF(origin + p), QPointF(origin + p), window->mapToGlobal(QPointF(origin + p)),
+                      Qt::LeftButton, buttons, Qt::NoModifier);
+        QApplication::sendEvent(window, &e);
+    };
+    const int x20 = g->PrimaryXAxis()->RealToIntPosition(20);
+    const int x60 = g->PrimaryXAxis()->RealToIntPosition(60);
+    send(QEvent::MouseButtonPress, QPoint(x20, 20), Qt::LeftButton);
+    send(QEvent::MouseMove, QPoint(x60, 200), Qt::LeftButton);
+    send(QEvent::MouseButtonRelease, QPoint(x60, 200), Qt::NoButton);
+    EXPECT_TRUE(g->PrimaryXAxis()->CanZoomBack());
+    EXPECT_NEAR(g->PrimaryXAxis()->Start(), 20, 0.5);
+    EXPECT_NEAR(g->PrimaryXAxis()->Stop(), 60, 0.5);
 }
 
 TEST(VxGraph2D, StartStopMarkersDrag)
