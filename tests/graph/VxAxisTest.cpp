@@ -113,7 +113,7 @@ TEST(VxAxisEnds, HostileRangesStayDrawable)
         EXPECT_LE(s.Start, s.Stop);
         const TVxAxisTicks t = CalculateAxisTicks(s, Options(r.scaling));
         EXPECT_GE(t.Size(), 1);
-        EXPECT_LE(t.Size(), 100001);
+        EXPECT_LE(t.Size(), 10001);
         const TVxAxisMap m(s, r.scaling, 400, false, false);
         for (int p : m.TickPositions(t))
             EXPECT_TRUE(p >= -1 && p <= 401) << p;
@@ -255,6 +255,19 @@ TEST(VxAxisTicks, CoarsePartsFallBackToTables)
     EXPECT_EQ(t.TickCount, 51);
     EXPECT_DOUBLE_EQ(t.TickPart, 0.02);
     EXPECT_DOUBLE_EQ(t.LabelPart, 0.2);
+}
+
+TEST(VxAxisTicks, TooFineManualPartsFallBackToTables)
+{
+    TVxAxisScaleOptions o = Options();
+    o.AutoTicks = false;
+    TVxAxisScale s = CalculateAxisEnds(Range(0, 100), o);
+    s.TickPart = 1E-9; // a billion ticks: the table parts of k = 1 instead
+    s.MajorTickPart = 1E-9;
+    s.LabelPart = 1E-9;
+    const TVxAxisTicks t = CalculateAxisTicks(s, o);
+    EXPECT_EQ(t.TickCount, 51);
+    EXPECT_EQ(t.Labels.size(), 6u);
 }
 
 TEST(VxAxisTicks, LogDecadesAndLabels)

@@ -42,7 +42,7 @@ int TableIndex(double mantissa)
 }
 
 // More ticks than any screen can show: the division then falls back to the tables.
-constexpr int CMaxTickCount = 100001;
+constexpr int CMaxTickCount = 10001;
 
 TVxAxisStepTables& Tables()
 {
