@@ -14,11 +14,20 @@
 // drawn at the axis start, as the axis maps them.)
 //
 // Cost. Appending to a live vector folds the new value into the ranges and maps the new
-// point in constant time. The pixel cache is kept while the axes' mapping is unchanged,
-// so a redraw after an append maps only the new points; a one-pixel solid line is drawn
-// from a per-pixel-column reduction of the points (see TVxPolylineReducer), and symbols on
-// raster devices are stamped from a pre-drawn sprite; both give the same pixels as
-// drawing every point.
+// point in constant time. While the axes' mapping stays the same and every vector reports
+// its changes (live vectors), the pixel cache is kept and a redraw maps only new points;
+// plain vectors are remapped whole whenever the graph recalculates. A one-pixel solid line
+// is drawn from a per-pixel-column reduction of the points (TVxPolylineReducer), so its
+// cost follows the plot width. From 2000 points on, raster drawing keeps the line and the
+// symbols in layers that are extended when points are appended and otherwise drawn again
+// as they are (TVxLineLayer, TVxSymbolLayer). All of it gives the same pixels as drawing
+// every point.
+//
+// Typical use (the series binds to the last graph among the form's children):
+//     auto* x = new TVxLiveVector(form);  auto* y = new TVxLiveVector(form);
+//     auto* s = new TVxDataSeries(form);
+//     s->SetXData(x);  s->SetYData(y);  s->PointStyle().SetStyle(SyCircleFilled);
+//     x->Add(t);  y->Add(v);    // the axes follow at the next paint
 //
 // Lifetime. Axes, vectors, the graph and the parent series may be deleted in any order; a
 // series clears its references when they go (QObject::destroyed) and keeps working with
@@ -31,8 +40,8 @@
 #include "vx/platform/VxGraphics.h"
 
 #include <QObject>
-#include <QRect>
 #include <QPointer>
+#include <QRect>
 #include <QString>
 #include <climits>
 #include <functional>
@@ -50,9 +59,9 @@ class TVxDrawingWorld;
 class TVxIniList;
 class TVxIntegerVector;
 class TVxPointVector;
+class TVxLineLayer;
 class TVxPolylineReducer;
 class TVxSeriesList;
-class TVxLineLayer;
 class TVxSymbolLayer;
 
 // Restores the canvas pen, brush and clip when a drawing step ends.
