@@ -110,7 +110,8 @@ struct TVxAxisTicks {
     std::vector<bool> TickIsMajor;
     std::vector<TVxAxisTickLabel> Labels;
     QString ExponentLabel;      // "·10\+" + ValueExponent, empty when not shown
-    // Tick parts in force after the division (a too coarse division reloads them).
+    // Tick parts in force after the division (a division with fewer than 2 or more than
+    // 10001 ticks takes the table parts instead).
     double TickPart = 0.0;
     double MajorTickPart = 0.0;
     double LabelPart = 0.0;
