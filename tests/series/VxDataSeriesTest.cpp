@@ -558,3 +558,18 @@ TEST(VxDataSeries, LiveScatterDrawsLikeAFreshSeries)
     s->SetXData(x);
     EXPECT_TRUE(live == f.Render());
 }
+
+TEST(VxDataSeries, SeriesOwnedByTheGraphGoWithIt)
+{
+    SeriesForm f;
+    QPointer<TVxDataSeries> s = new TVxDataSeries(f.Graph);
+    QPointer<TVxLineSeries> child = new TVxLineSeries(f.Graph);
+    s->AddChild(child);
+    s->SetXData(new TVxLiveVector(f.Graph));
+    s->SetYData(f.Vector({1, 2}));
+    qobject_cast<TVxLiveVector*>(s->XData())->Add(1);
+    f.Render();
+    delete f.Graph;
+    EXPECT_TRUE(s.isNull());
+    EXPECT_TRUE(child.isNull());
+}
