@@ -573,3 +573,57 @@ TEST(VxDataSeries, SeriesOwnedByTheGraphGoWithIt)
     EXPECT_TRUE(s.isNull());
     EXPECT_TRUE(child.isNull());
 }
+
+TEST(VxDataSeries, ReducedAreaGivesTheSamePixelsAsEveryPoint)
+{
+    QRandomGenerator rng(77);
+    for (int trial = 0; trial < 6; ++trial) {
+        SCOPED_TRACE(trial);
+        SeriesForm f(420, 300);
+        auto* x = new TVxRealVector(f.Form.get());
+        auto* y = new TVxRealVector(f.Form.get());
+        double yv = 0;
+        const int n = 1000 + 2500 * trial;
+        for (int i = 0; i < n; ++i) {
+            x->Add(trial % 3 == 2 ? rng.generateDouble() * 100 : i * 100.0 / n);
+            yv += rng.generateDouble() - 0.5;
+            y->Add(rng.bounded(211) == 0 ? std::numeric_limits<double>::quiet_NaN() : yv);
+        }
+        auto* s = MakeSeries(f, x, y);
+        s->PointStyle().SetVisible(false);
+        s->LineStyle().SetVisible(false);
+        s->AreaStyle().SetVisible(true);
+        s->AreaStyle().SetDrawXOred(trial % 2 == 0);
+        f.Render();
+        QImage reduced(f.Graph->DrawingWorld()->size(), QImage::Format_ARGB32_Premultiplied);
+        reduced.fill(Qt::white);
+        QImage every = reduced;
+        {
+            TCanvas canvas(&reduced);
+            s->DrawLine(canvas);
+        }
+        {
+            TCanvas canvas(&every);
+            canvas.Pen().SetStyle(psClear);
+            canvas.Pen().SetMode(trial % 2 == 0 ? pmXor : pmCopy);
+            canvas.Brush().SetColor(trial % 2 == 0 ? ColorToRGB(s->AreaStyle().Color()) ^ ColorToRGB(s->BackgroundColor())
+                                                   : s->AreaStyle().Color());
+            const int y0 = f.Graph->YAxis()->RealToIntPosition(0);
+            std::vector<QPoint> run;
+            for (int i = 0; i <= s->PointsCount(); ++i) {
+                QPoint p;
+                if (i < s->PointsCount() && s->PointAt(i, p)) {
+                    run.push_back(p);
+                    continue;
+                }
+                if (run.size() >= 2) {
+                    run.emplace_back(run.back().x(), y0);
+                    run.emplace_back(run.front().x(), y0);
+                    canvas.Polygon(run);
+                }
+                run.clear();
+            }
+        }
+        EXPECT_TRUE(reduced == every);
+    }
+}

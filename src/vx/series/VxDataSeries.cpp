@@ -874,7 +874,16 @@ void TVxSeries::DrawLine(TCanvas& Canvas)
                 ++i;
             if (i - first < 2)
                 continue;
-            polygon.assign(p + first, p + i);
+            // Within one pixel column only the first and the last point of a run matter to
+            // the fill: the vertical edges between them lie on the column's left border, and
+            // the pixels right of it see their crossings only as a net count.
+            polygon.clear();
+            for (int k = first; k < i; ++k) {
+                const bool columnEnds = k + 1 == i || p[k + 1].x() != p[k].x();
+                const bool columnStarts = k == first || p[k - 1].x() != p[k].x();
+                if (columnStarts || (columnEnds && p[k] != polygon.back()))
+                    polygon.push_back(p[k]);
+            }
             polygon.emplace_back(p[i - 1].x(), y0);
             polygon.emplace_back(p[first].x(), y0);
             Canvas.Polygon(polygon);
