@@ -50,6 +50,7 @@ public:
 
     void GetNewXStartStop() override;
     void GetNewYStartStop() override;
+    bool HasPlainRangeScan() const override { return false; }
     void CalcXValue(int Index) override;
     void CalcYValue(int Index) override;
     void CalculatePoint(int Index) override;

@@ -63,6 +63,7 @@ public:
     int YIdxNeeded() const override;
     void GetNewXStartStop() override;
     void GetNewYStartStop() override;
+    bool HasPlainRangeScan() const override { return false; }
     void CalcXValue(int Index) override;
     void CalcYValue(int Index) override;
     void CalculatePoint(int Index) override;

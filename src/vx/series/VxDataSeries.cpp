@@ -452,6 +452,38 @@ void TVxSeries::GetNewYStartStop()
     Modified();
 }
 
+void TVxSeries::ScanBothRanges()
+{
+    const int n = std::min(XIdxNeeded(), YIdxNeeded());
+    const double* x = FXData ? FXData->Data() : nullptr;
+    const double* y = FYData ? FYData->Data() : nullptr;
+    double x0 = CVxMaxReal, x1 = CVxMinReal, y0 = CVxMaxReal, y1 = CVxMinReal;
+    FXMinIdx = FXMaxIdx = FYMinIdx = FYMaxIdx = -1;
+    for (int i = 0; i < n; ++i) {
+        if (!std::isfinite(x[i]) || !std::isfinite(y[i]))
+            continue;
+        if (x[i] < x0) {
+            x0 = x[i];
+            FXMinIdx = i;
+        }
+        if (x[i] > x1) {
+            x1 = x[i];
+            FXMaxIdx = i;
+        }
+        if (y[i] < y0) {
+            y0 = y[i];
+            FYMinIdx = i;
+        }
+        if (y[i] > y1) {
+            y1 = y[i];
+            FYMaxIdx = i;
+        }
+    }
+    SetRangeIfChanged(*FXRange, x0, x1);
+    SetRangeIfChanged(*FYRange, y0, y1);
+    Modified();
+}
+
 bool TVxSeries::FoldIntoRange(TRange& Range, int Index, bool Valid, double Lo, double Hi, int& MinIdx, int& MaxIdx,
                               const std::function<void()>& Rescan)
 {
@@ -623,8 +655,12 @@ void TVxSeries::CalculatePoints()
                             && (FXRange->Start() >= FXRange->Stop() || FYRange->Start() >= FYRange->Stop());
     if (FRangesDirty || degenerate) {
         const double x0 = FXRange->Start(), x1 = FXRange->Stop(), y0 = FYRange->Start(), y1 = FYRange->Stop();
-        GetNewXStartStop();
-        GetNewYStartStop();
+        if (HasPlainRangeScan()) {
+            ScanBothRanges();
+        } else {
+            GetNewXStartStop();
+            GetNewYStartStop();
+        }
         Modified();
         FRangesDirty = false;
         FChildsDirty = true;

@@ -270,6 +270,10 @@ protected:
     static bool SetRangeIfChanged(TRange& Range, double Start, double Stop);
     // |D| / Scale rounded to whole pixels (0 for a degenerate scale, clamped far out).
     static int PixelLength(double D, double Scale);
+    // True while GetNewXStartStop and GetNewYStartStop are the plain scans, which
+    // ScanBothRanges then does in one pass over the data.
+    virtual bool HasPlainRangeScan() const { return true; }
+    void ScanBothRanges();
     // Value of vector V at Index when it exists and is finite, else 0.
     static double ComponentValue(const TVxCustomRealVector* V, int Index);
     // Before drawing: points and children up to date; false when the graph is updating.
@@ -404,6 +408,7 @@ public:
     void CalcYValue(int Index) override;
     void CalculatePoint(int Index) override;
     void DrawPoints(TCanvas& Canvas) override;
+    bool HasPlainRangeScan() const override { return false; }
     void WriteToIni(TVxIniList& List, const QString& Section) const override;
     void ReadFromIni(TVxIniList& List, const QString& Section) override;
 
