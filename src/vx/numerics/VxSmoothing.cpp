@@ -55,8 +55,17 @@ void SmoothVector(const TVxRealArray& X, TVxRealArray& Y, double Range)
 
 void SmoothVectorLog(const TVxRealArray& X, TVxRealArray& Y, double Range)
 {
-    SmoothWith(X, Y, Range, [&X](int i, int j) {
-        return X[i] == X[j] ? 0.0 : std::fabs(FLog10(X[i]) - FLog10(X[j]));
+    const size_t n = std::min(X.size(), Y.size());
+    TVxRealArray logX;
+    if (n >= 3 && Range > 0.0) {
+        // Every span search starts at its own point, so each x takes its logarithm and a
+        // non-positive x raises even where its neighbours are equal to it.
+        logX.resize(n);
+        for (size_t i = 0; i < n; ++i)
+            logX[i] = FLog10(X[i]);
+    }
+    SmoothWith(X, Y, Range, [&X, &logX](int i, int j) {
+        return X[i] == X[j] ? 0.0 : std::fabs(logX[size_t(i)] - logX[size_t(j)]);
     });
 }
 
