@@ -1,14 +1,18 @@
 #pragma once
-// Helpers shared by the numerics tests: vectors from arrays, the NIST StRD linear
-// least-squares reference files (tests/data/nist-lls) and the log relative error.
+// Helpers shared by the numerics tests: vectors from arrays, point sets for the fits,
+// exception messages, the NIST StRD linear least-squares files (tests/data/nist-lls) and
+// the log relative error.
 
 #include "vx/core/VxVector.h"
+#include "vx/numerics/VxInterpol.h"
+#include "vx/platform/VxExceptions.h"
 
 #include <QFile>
 #include <QString>
 #include <QTextStream>
 
 #include <cmath>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -23,6 +27,30 @@ inline std::unique_ptr<vx::TVxRealVector> MakeVector(const std::vector<double>& 
         v->Add(d);
     return v;
 }
+
+// x, y and optional weights as vectors; Fit runs a piecewise polynomial's recalculation.
+struct Points {
+    std::unique_ptr<vx::TVxRealVector> X, Y, W;
+    Points(const std::vector<double>& x, const std::vector<double>& y, const std::vector<double>& w = {})
+        : X(MakeVector(x)), Y(MakeVector(y)), W(w.empty() ? nullptr : MakeVector(w)) {}
+    void Fit(vx::TVxIntPolynom& p, double start = -1e300, double stop = 1e300) const
+    {
+        p.RecalculateCoeffs(start, stop, *X, *Y, W.get());
+    }
+};
+
+// The message of the library exception f raises; "(none)" when it returns.
+inline QString MessageOf(const std::function<void()>& f)
+{
+    try {
+        f();
+    } catch (const vx::Exception& e) {
+        return e.Message();
+    }
+    return QStringLiteral("(none)");
+}
+
+inline const QString kNotEnoughData = QStringLiteral("Not enough data!");
 
 // One NIST StRD "lls" file: '# key: value' header lines with the certified values
 // (B0, B0_sd, ..., residual_sd, r_squared), then rows "y x".
@@ -47,8 +75,6 @@ inline NistLls LoadNistLls(const QString& name)
     QTextStream in(&file);
     while (!in.atEnd()) {
         const QString line = in.readLine().trimmed();
-        if (line.isEmpty())
-            continue;
         if (line.startsWith(QLatin1Char('#'))) {
             const int colon = line.indexOf(QLatin1Char(':'));
             if (colon < 0)
@@ -78,9 +104,7 @@ inline double LogRelativeError(double value, double certified)
     if (value == certified)
         return 15.0;
     const double rel = certified == 0.0 ? std::fabs(value) : std::fabs(value - certified) / std::fabs(certified);
-    if (!(rel > 0.0))
-        return 0.0;
-    return std::min(15.0, -std::log10(rel));
+    return rel > 0.0 ? std::min(15.0, -std::log10(rel)) : 0.0;
 }
 
 } // namespace vxtest
