@@ -403,15 +403,18 @@ TEST(VxDataSeries, ReducedLineGivesTheSamePixelsAsEveryPoint)
 
 TEST(VxDataSeries, LiveAppendDrawsLikeAFreshSeries)
 {
-    // The incremental pixel cache and reduction must end where a full calculation does.
+    // The incremental pixel cache, line and area reductions must end where a full
+    // calculation does.
     SeriesForm f(500, 320);
     auto* x = f.Vector({});
     auto* y = f.Vector({});
     auto* s = MakeSeries(f, x, y);
     s->PointStyle().SetVisible(false);
+    s->AreaStyle().SetVisible(true);
+    s->AreaStyle().SetDrawXOred(false);
     for (int i = 0; i < 3000; ++i) {
         x->Add(i);
-        y->Add(std::sin(i * 0.01) * (i % 7));
+        y->Add(i % 701 == 700 ? NaN : std::sin(i * 0.01) * (i % 7));
         if (i % 250 == 0)
             f.Render();
     }

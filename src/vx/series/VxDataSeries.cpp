@@ -870,6 +870,50 @@ void TVxSeries::UpdateReducedLine()
     FReducedCount = FPointsCount;
 }
 
+void TVxSeries::UpdateAreaRuns()
+{
+    if (FAreaGeneration != FPixelsGeneration || FAreaCount > FPointsCount) {
+        FAreaRuns.clear();
+        FAreaCount = 0;
+        FAreaRunOpen = false;
+        FAreaGeneration = FPixelsGeneration;
+    }
+    // Within one pixel column only the first and the last point of a run matter to the
+    // fill: the vertical edges between them lie on the column's left border, and the
+    // pixels right of it see their crossings only as a net count.
+    const QPoint* p = FPoints->GetPointer(0);
+    for (int k = FAreaCount; k < FPointsCount; ++k) {
+        if (p[k].x() == kInvalidPixel) {
+            FAreaRunOpen = false;
+            continue;
+        }
+        if (!FAreaRunOpen) {
+            FAreaRuns.emplace_back();
+            FAreaRunOpen = true;
+        }
+        TAreaRun& run = FAreaRuns.back();
+        ++run.Inputs;
+        std::vector<QPoint>& pts = run.Points;
+        if (pts.empty() || pts.back().x() != p[k].x()) {
+            pts.push_back(p[k]); // a new column
+            run.ColumnPoints = 1;
+        } else if (run.ColumnPoints == 1) {
+            if (pts.back() != p[k]) {
+                pts.push_back(p[k]);
+                run.ColumnPoints = 2;
+            }
+        } else {
+            pts.back() = p[k]; // the column's last point so far
+            if (pts.back() == pts[pts.size() - 2]) {
+                pts.pop_back();
+                run.ColumnPoints = 1;
+            }
+        }
+    }
+    FAreaCount = FPointsCount;
+    FDrawnCount = FPointsCount;
+}
+
 void TVxSeries::Draw(TCanvas& Canvas)
 {
     DrawLine(Canvas);
@@ -901,27 +945,14 @@ void TVxSeries::DrawLine(TCanvas& Canvas)
         FAreaStyle->ApplyTo(Canvas.Brush());
         if (xored)
             Canvas.Brush().SetColor(ColorToRGB(FAreaStyle->Color()) ^ ColorToRGB(FBackgroundColor));
+        UpdateAreaRuns();
         std::vector<QPoint> polygon;
-        for (int i = 0; i < FPointsCount;) {
-            while (i < FPointsCount && p[i].x() == kInvalidPixel)
-                ++i;
-            const int first = i;
-            while (i < FPointsCount && p[i].x() != kInvalidPixel)
-                ++i;
-            if (i - first < 2)
+        for (const TAreaRun& run : FAreaRuns) {
+            if (run.Inputs < 2)
                 continue;
-            // Within one pixel column only the first and the last point of a run matter to
-            // the fill: the vertical edges between them lie on the column's left border, and
-            // the pixels right of it see their crossings only as a net count.
-            polygon.clear();
-            for (int k = first; k < i; ++k) {
-                const bool columnEnds = k + 1 == i || p[k + 1].x() != p[k].x();
-                const bool columnStarts = k == first || p[k - 1].x() != p[k].x();
-                if (columnStarts || (columnEnds && p[k] != polygon.back()))
-                    polygon.push_back(p[k]);
-            }
-            polygon.emplace_back(p[i - 1].x(), y0);
-            polygon.emplace_back(p[first].x(), y0);
+            polygon.assign(run.Points.begin(), run.Points.end());
+            polygon.emplace_back(run.Points.back().x(), y0);
+            polygon.emplace_back(run.Points.front().x(), y0);
             Canvas.Polygon(polygon);
         }
         Canvas.Pen().SetMode(pmCopy);

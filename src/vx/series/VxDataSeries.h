@@ -280,6 +280,8 @@ protected:
     bool PrepareDrawing();
     // Rebuilds (or extends) the reduced polyline from the pixel cache.
     void UpdateReducedLine();
+    // Rebuilds (or extends) the reduced outlines of the area fill from the pixel cache.
+    void UpdateAreaRuns();
 
     std::unique_ptr<TVxPointVector> FPoints;
     std::unique_ptr<TRange> FXRange;
@@ -297,6 +299,17 @@ protected:
     // FDrawnCount points were drawn last time.
     quint64 FPixelsGeneration = 0;
     int FDrawnCount = 0;
+    // The area's unbroken runs, reduced to the first and last point per pixel column, for
+    // the first FAreaCount points of generation FAreaGeneration.
+    struct TAreaRun {
+        std::vector<QPoint> Points;
+        int Inputs = 0;       // points of the run before reduction
+        int ColumnPoints = 0; // points kept of the run's last column (1 or 2)
+    };
+    std::vector<TAreaRun> FAreaRuns;
+    int FAreaCount = 0;
+    quint64 FAreaGeneration = ~quint64(0);
+    bool FAreaRunOpen = false;
     QPointer<TVxCustomRealVector> FXData;
     QPointer<TVxCustomRealVector> FYData;
     QPointer<TVxCustomRealVector> FWeight;
