@@ -396,6 +396,22 @@ TEST(VxAxisComponent, DefaultsAndSetters)
     EXPECT_TRUE(axis.Vertical());
 }
 
+// An axis with no parent that was never shown is visible: it makes ticks and checks
+// its scaling on every mapping call, not only when the map was last computed.
+TEST(VxAxisComponent, StandaloneAxisTicksAndMaps)
+{
+    TVxAxis axis;
+    axis.SetStart(0.3);
+    axis.SetStop(97);
+    axis.CalculateEnds();
+    axis.CalculateTicks();
+    EXPECT_EQ(axis.TickCount(), 51);
+    EXPECT_EQ(LabelTexts(axis.Ticks()), QStringList({"0", "20", "40", "60", "80", "100"}));
+    axis.SetScaling(TVxAxScaling(7));
+    EXPECT_THROW(axis.RealToIntPosition(1), EConvertError);
+    EXPECT_THROW(axis.IntToRealPosition(1), EConvertError);
+}
+
 TEST(VxAxisComponent, ValueRangesFollowTheEnds)
 {
     TVxAxis axis;

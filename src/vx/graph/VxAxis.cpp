@@ -760,11 +760,16 @@ void TVxAxis::ZoomBack()
 
 int TVxAxis::RealToIntPosition(double value) const
 {
+    // The scaling may have changed since the map was last computed.
+    if (FOptions.Scaling != AxNormal && !IsLog(FOptions.Scaling))
+        RaiseScaling();
     return FMap.RealToIntPosition(value);
 }
 
 double TVxAxis::IntToRealPosition(int pixel) const
 {
+    if (FOptions.Scaling != AxNormal && !IsLog(FOptions.Scaling))
+        RaiseScaling();
     return FMap.IntToRealPosition(pixel);
 }
 
@@ -796,7 +801,7 @@ TVxAxis::TMeasuredText TVxAxis::Measure(TCanvas& canvas, const QString& text, co
 
 void TVxAxis::CalculateTicks()
 {
-    if (isHidden()) {
+    if (!Visible()) {
         FTicksChanged = false;
         return;
     }
@@ -1010,7 +1015,7 @@ void TVxAxis::LayoutGraph(TVx2DGraph& graph)
     const QList<TVxAxis*> all = ComponentsOf<TVxAxis>(&graph);
     QList<TVxAxis*> axes;
     for (TVxAxis* a : all)
-        if (!a->isHidden())
+        if (a->Visible())
             axes.append(a);
 
     // Scaling of every visible axis, in component order (slaves after their masters
@@ -1021,7 +1026,7 @@ void TVxAxis::LayoutGraph(TVx2DGraph& graph)
     // Sides: the primary axis nearest the data, the others outward in component order.
     TVxAxis* px = graph.PrimaryXAxis();
     TVxAxis* py = graph.PrimaryYAxis();
-    auto spans0 = [](const TVxAxis* a) { return a && !a->isHidden() && a->Start() <= 0 && 0 < a->Stop(); };
+    auto spans0 = [](const TVxAxis* a) { return a && a->Visible() && a->Start() <= 0 && 0 < a->Stop(); };
     QList<TVxAxis*> side[4];
     QList<TVxAxis*> loose;
     TVxAxis* crossingX = nullptr;
@@ -1257,9 +1262,14 @@ void TVxAxis::paintEvent(QPaintEvent*)
     });
 }
 
+bool TVxAxis::Visible() const
+{
+    return !isHidden() || (isWindow() && !testAttribute(Qt::WA_WState_ExplicitShowHide));
+}
+
 void TVxAxis::setVisible(bool visible)
 {
-    const bool was = !isHidden();
+    const bool was = Visible();
     QWidget::setVisible(visible);
     if (was != visible) {
         FTicksChanged = true;
@@ -1353,7 +1363,7 @@ void TVxAxis::SaveOutfit(const QString& section, TVxIniList& ini) const
     ini.WriteFont(section, QStringLiteral("CaptionFont"), *FCaptionFont);
     ini.WriteBool(section, QStringLiteral("DoUserCaption"), FDoUserCaption);
     ini.WriteString(section, QStringLiteral("UserCaption"), FUserCaption);
-    ini.WriteBool(section, QStringLiteral("Visible"), !isHidden());
+    ini.WriteBool(section, QStringLiteral("Visible"), Visible());
     ini.WriteBool(section, QStringLiteral("Twisted"), FOptions.Twisted);
     ini.WriteBool(section, QStringLiteral("ShowCaption"), FShowCaption);
     ini.WriteBool(section, QStringLiteral("ShowScaleLabels"), FOptions.ShowScaleLabels);
@@ -1392,7 +1402,7 @@ void TVxAxis::LoadOutfit(const QString& section, TVxIniList& ini)
     SetCaptionFont(captionFont);
     SetUserCaption(ini.ReadString(section, QStringLiteral("UserCaption"), FUserCaption));
     SetDoUserCaption(ini.ReadBool(section, QStringLiteral("DoUserCaption"), FDoUserCaption));
-    setVisible(ini.ReadBool(section, QStringLiteral("Visible"), !isHidden()));
+    setVisible(ini.ReadBool(section, QStringLiteral("Visible"), Visible()));
     SetTwisted(ini.ReadBool(section, QStringLiteral("Twisted"), FOptions.Twisted));
     SetShowCaption(ini.ReadBool(section, QStringLiteral("ShowCaption"), FShowCaption));
     SetShowScaleLabels(ini.ReadBool(section, QStringLiteral("ShowScaleLabels"), FOptions.ShowScaleLabels));

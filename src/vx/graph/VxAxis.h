@@ -384,6 +384,9 @@ public:
 
     // Paints the axis on `canvas` (origin at the control's top-left).
     void PaintTo(TCanvas& canvas) const;
+    // The component's visibility: not explicitly hidden. An axis without a parent that was
+    // never shown counts as visible, so it computes ticks and maps values on its own.
+    bool Visible() const;
     // Mirrors visibility into the layout of the graph.
     void setVisible(bool visible) override;
 

@@ -546,7 +546,7 @@ void TVx2DGraph::EnsureCalculated()
 void TVx2DGraph::PaintGrid(TCanvas& Canvas, const TVxAxis* axis, const TVxLineStyle& major,
                            const TVxLineStyle& minor, bool vertical) const
 {
-    if (!axis || axis->isHidden() || (!major.Visible() && !minor.Visible()))
+    if (!axis || !axis->Visible() || (!major.Visible() && !minor.Visible()))
         return;
     const QRect world = FDrawingWorld->geometry();
     const int count = int(axis->TickPositions().size());
