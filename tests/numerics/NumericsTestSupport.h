@@ -58,12 +58,7 @@ struct NistLls {
     std::vector<double> X, Y;
     std::map<std::string, double> Certified;
     int Degree = 0;
-
-    double Get(const std::string& key) const
-    {
-        auto it = Certified.find(key);
-        return it == Certified.end() ? NAN : it->second;
-    }
+    double Get(const std::string& key) const { return Certified.count(key) ? Certified.at(key) : NAN; }
 };
 
 inline NistLls LoadNistLls(const QString& name)
@@ -75,25 +70,18 @@ inline NistLls LoadNistLls(const QString& name)
     QTextStream in(&file);
     while (!in.atEnd()) {
         const QString line = in.readLine().trimmed();
+        const int colon = line.indexOf(QLatin1Char(':'));
         if (line.startsWith(QLatin1Char('#'))) {
-            const int colon = line.indexOf(QLatin1Char(':'));
-            if (colon < 0)
-                continue;
-            const QString key = line.mid(1, colon - 1).trimmed();
             bool ok = false;
-            const double value = line.mid(colon + 1).trimmed().toDouble(&ok);
-            if (ok)
-                data.Certified[key.toStdString()] = value;
-            if (key == QLatin1String("polynomial_degree"))
-                data.Degree = line.mid(colon + 1).trimmed().toInt();
-            continue;
-        }
-        const QStringList cols = line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-        if (cols.size() >= 2) {
+            const double value = line.mid(colon + 1).toDouble(&ok);
+            if (ok && colon > 0)
+                data.Certified[line.mid(1, colon - 1).trimmed().toStdString()] = value;
+        } else if (const QStringList cols = line.split(QLatin1Char(' '), Qt::SkipEmptyParts); cols.size() >= 2) {
             data.Y.push_back(cols[0].toDouble());
             data.X.push_back(cols[1].toDouble());
         }
     }
+    data.Degree = int(data.Get("polynomial_degree"));
     return data;
 }
 
