@@ -19,27 +19,30 @@ void OfsW(double a, double b, const Points& p, TVxLinearRegessionResults& r) { O
 
 } // namespace
 
-TEST(LinReg, SentinelHasTheDocumentedBitPattern)
-{
-    uint64_t bits;
-    std::memcpy(&bits, &CVxMaxReal, sizeof bits);
-    EXPECT_EQ(bits, 0x7FEE42D130773B76ull);
-}
-
 TEST(LinReg, TooFewPointsRaiseNotEnoughData)
 {
     const Points d({ 1, 2, 3 }, { 2, 4, 7 }, { 1, 1, 1 }), zeroW({ 1, 2, 3 }, { 2, 4, 7 }, { 0, 0, 0 });
     for (TFit fit : { Lin, LinW, Ofs, OfsW }) {
         TVxLinearRegessionResults r;
+        r.Offset = 3.0;
         EXPECT_EQ(MessageOf([&] { fit(5, 1, d, r); }), kNotEnoughData); // XStart > XStop
-        EXPECT_EQ(r.DeltaSlope, CVxMaxReal); // the record keeps its initial values
-        EXPECT_EQ(r.DeltaOffset, fit == Lin || fit == LinW ? CVxMaxReal : 0.0);
+        // The record keeps its initial values: the sentinel 1.7E308 for missing errors,
+        // the fixed offset kept as input.
+        const bool line = fit == Lin || fit == LinW;
+        TVxLinearRegessionResults initial;
+        initial.DeltaSlope = 1.7E308;
+        initial.DeltaOffset = line ? 1.7E308 : 0.0;
+        initial.Offset = line ? 0.0 : 3.0;
+        EXPECT_EQ(r, initial);
         if (fit == LinW || fit == OfsW)
             EXPECT_EQ(MessageOf([&] { fit(0, 5, zeroW, r); }), kNotEnoughData);
     }
-    // One point: LinReg refuses after storing the means; the fixed-offset fit accepts it.
+    uint64_t bits;
+    std::memcpy(&bits, &CVxMaxReal, sizeof bits);
+    EXPECT_EQ(bits, 0x7FEE42D130773B76ull);
+    // One point: LinReg refuses after storing the means.
     TVxLinearRegessionResults r;
-    EXPECT_EQ(MessageOf([&] { LinReg(2, 2, *d.X, *d.Y, r); }), kNotEnoughData);
+    EXPECT_EQ(MessageOf([&] { Lin(2, 2, d, r); }), kNotEnoughData);
     EXPECT_EQ(r.AverageX, 2.0);
     EXPECT_EQ(r.AverageY, 4.0);
 }
@@ -57,8 +60,8 @@ TEST(LinReg, HandComputedFits)
     EXPECT_EQ(r.VarianceY, 8.0);
 
     // y = 1 + 2x with residuals +1, -1, -1, +1 at x = 0..3 (99 lies outside, and the
-    // unequal lengths cut the last y): Sxx = 5, ChiSquare = 4, Syy = 24. Negative weights
-    // act as their absolute values; a weight vector one shorter drops the point at 99.
+    // unequal lengths cut the last x): Sxx = 5, ChiSquare = 4, Syy = 24. Negative weights
+    // act as their absolute values; a weight vector one shorter drops the point at 4.
     const Points p({ 0, 1, 2, 3, 99, 4 }, { 2, 2, 4, 8, 0 }), w({ 0, 1, 2, 3, 4 }, { 2, 2, 4, 8, 100 }, { -1, 1, -1, 1 });
     for (TFit fit : { Lin, LinW }) {
         SCOPED_TRACE(fit == Lin ? "LinReg" : "LinRegWithWeight");
@@ -81,15 +84,14 @@ TEST(LinReg, HandComputedFits)
 
     // Through the fixed offset 1: both variants agree; R is never computed.
     const Points line({ 1, 2, 4 }, { 3, 5, 9 }, { 1, 1, 1 });
-    TVxLinearRegessionResults o, ow;
-    o.Offset = ow.Offset = 1.0;
-    Ofs(0, 10, line, o);
-    OfsW(0, 10, line, ow);
-    EXPECT_EQ(o, ow);
-    EXPECT_EQ(o.Offset, 1.0);
-    EXPECT_DOUBLE_EQ(o.Slope, 2.0);
-    EXPECT_EQ(o.ChiSquare + o.DeltaSlope + o.DeltaOffset + o.R, 0.0);
-    EXPECT_DOUBLE_EQ(o.R2, 1.0);
+    a.Offset = b.Offset = 1.0;
+    Ofs(0, 10, line, a);
+    OfsW(0, 10, line, b);
+    EXPECT_EQ(a, b);
+    EXPECT_EQ(a.Offset, 1.0);
+    EXPECT_DOUBLE_EQ(a.Slope, 2.0);
+    EXPECT_EQ(a.ChiSquare + a.DeltaSlope + a.DeltaOffset + a.R, 0.0);
+    EXPECT_DOUBLE_EQ(a.R2, 1.0);
 }
 
 TEST(LinReg, DivisionByZeroIsRecoveredWithTheDocumentedValues)
@@ -122,8 +124,9 @@ TEST(LinReg, DivisionByZeroIsRecoveredWithTheDocumentedValues)
 TEST(LinReg, InvalidOperationsReachTheCallerWhereTheyAreNotRecovered)
 {
     TVxLinearRegessionResults r;
-    // All x equal: Sxy/Sxx = 0/0.
-    EXPECT_THROW(Lin(0, 5, Points({ 2, 2, 2 }, { 1, 2, 3 }), r), EInvalidOp);
+    EXPECT_THROW(Lin(0, 5, Points({ 2, 2, 2 }, { 1, 2, 3 }), r), EInvalidOp); // Sxy/Sxx = 0/0
+    // All y equal: R = √VarianceX·0/√0.
+    EXPECT_THROW(Lin(0, 5, Points({ 1, 2, 3 }, { 4, 4, 4 }), r), EInvalidOp);
     // Weight sum below 1: no variances, so R = 0·Slope/0.
     EXPECT_THROW(LinW(0, 2, Points({ 0, 1, 2 }, { 1, 3, 5 }, { 0.25, 0.25, 0.25 }), r), EInvalidOp);
     EXPECT_DOUBLE_EQ(r.Slope, 2.0);
