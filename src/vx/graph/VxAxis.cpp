@@ -1402,7 +1402,9 @@ void TVxAxis::LoadOutfit(const QString& section, TVxIniList& ini)
     SetCaptionFont(captionFont);
     SetUserCaption(ini.ReadString(section, QStringLiteral("UserCaption"), FUserCaption));
     SetDoUserCaption(ini.ReadBool(section, QStringLiteral("DoUserCaption"), FDoUserCaption));
-    setVisible(ini.ReadBool(section, QStringLiteral("Visible"), Visible()));
+    // Only a change: showing an axis without a parent would open a window.
+    if (const bool visible = ini.ReadBool(section, QStringLiteral("Visible"), Visible()); visible != Visible())
+        setVisible(visible);
     SetTwisted(ini.ReadBool(section, QStringLiteral("Twisted"), FOptions.Twisted));
     SetShowCaption(ini.ReadBool(section, QStringLiteral("ShowCaption"), FShowCaption));
     SetShowScaleLabels(ini.ReadBool(section, QStringLiteral("ShowScaleLabels"), FOptions.ShowScaleLabels));
