@@ -135,20 +135,16 @@ TEST(Akima, SelectionMergingAndSmoothing)
     for (double x : { 0.5, 2.2, 3.7 })
         EXPECT_EQ(a.Interpolate(x), plain.Interpolate(x));
 
-    // Smoothing changes the knot values before the interpolation.
+    // Smoothing acts on the merged, sorted knot values before the interpolation.
     const std::vector<double> x { 1, 2, 3, 5, 8, 13, 21 }, y { 1, 4, 2, 6, 3, 7, 5 };
     for (bool log : { false, true }) {
-        SCOPED_TRACE(log);
         a.SetDoSmoothing(true);
         a.SetLogSmoothing(log);
         a.SetSmoothRange(log ? 0.4 : 3.0);
-        Points(x, y).Fit(a);
+        Points({ 21, 1, 2, 2, 3, 5, 8, 13 }, { 5, 1, 4, 4, 2, 6, 3, 7 }).Fit(a);
         TVxRealArray xs = x, ys = y;
         log ? SmoothVectorLog(xs, ys, 0.4) : SmoothVector(xs, ys, 3.0);
-        Points(x, ys).Fit(plain);
-        for (double v : { 1.5, 4.0, 10.0, 20.0 })
-            EXPECT_EQ(a.Interpolate(v), plain.Interpolate(v));
-        EXPECT_NE(a.Interpolate(2.0), 4.0);
+        EXPECT_EQ(TVxRealArray(a.A().begin(), a.A().begin() + 7), ys) << log;
     }
 }
 
