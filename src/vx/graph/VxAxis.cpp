@@ -1192,11 +1192,12 @@ void TVxAxis::PaintTo(TCanvas& canvas) const
     const int count = int(FTickPositions.size());
     const int first = FDrawFirstTick ? 0 : 1;
     const int last = count - 1 - (FDrawLastTick ? 0 : 1);
+    // A range that ends at the first tick draws no ticks at all.
     auto ticks = [&](bool major, TColor color, int width, int length) {
         canvas.Pen().SetStyle(psSolid);
         canvas.Pen().SetColor(color);
         canvas.Pen().SetWidth(width);
-        for (int i = first; i <= last && count > 1; ++i) {
+        for (int i = first; i <= last && last > 0; ++i) {
             if (FTicks.TickIsMajor[i] != major)
                 continue;
             const int o = TickScreenOffset(i);
