@@ -135,4 +135,7 @@ TEST(IntPolynom, RunningIntegralAndItsExtrema)
     EXPECT_EQ(Y.Value(0), 0.0);
     EXPECT_EQ(Y.Value(1), 1.0);
     EXPECT_EQ(Y.Value(2), 2.0);
+    X.Clear();
+    p.Integrate(X, Y); // nothing to integrate: Y keeps its values
+    EXPECT_EQ(Y.Count(), 41);
 }

@@ -158,6 +158,8 @@ void TVxIntPolynom::Integrate(const TVxCustomRealVector& XVector, TVxCustomRealV
     FIntMaxima.reserve(size_t(FKnotCount / 2));
 
     const int count = XVector.Count();
+    if (count == 0)
+        return;
     double Sum = 0.0;
     YVector.SetValue(0, 0.0);
     int I = FindIndex(XVector.GetValue(0));

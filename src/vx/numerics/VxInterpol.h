@@ -34,7 +34,8 @@ public:
 
     // Writes into YVector the running integral of the curve at the ascending abscissae of
     // XVector (0 at the first one, accumulated from the knot at or left of it) and fills
-    // IntMinima/IntMaxima with the integral's local extrema.
+    // IntMinima/IntMaxima with the integral's local extrema. An empty XVector leaves
+    // YVector as it is.
     void Integrate(const TVxCustomRealVector& XVector, TVxCustomRealVector& YVector);
     // Local extrema of the curve (Minima/Maxima) and of its slope (DiffMinima/DiffMaxima).
     void FindExtrema();
