@@ -396,8 +396,8 @@ TEST(VxAxisComponent, DefaultsAndSetters)
     EXPECT_TRUE(axis.Vertical());
 }
 
-// An axis with no parent that was never shown is visible: it makes ticks and checks
-// its scaling on every mapping call, not only when the map was last computed.
+// An axis with no parent that was never shown is visible: it makes ticks, and its
+// mapping follows direction and scaling changes without waiting for a calculation.
 TEST(VxAxisComponent, StandaloneAxisTicksAndMaps)
 {
     TVxAxis axis;
@@ -407,6 +407,13 @@ TEST(VxAxisComponent, StandaloneAxisTicksAndMaps)
     axis.CalculateTicks();
     EXPECT_EQ(axis.TickCount(), 51);
     EXPECT_EQ(LabelTexts(axis.Ticks()), QStringList({"0", "20", "40", "60", "80", "100"}));
+    // Position and Twisted turn the mapping at once, before the next calculation.
+    axis.SetAxisLength(400);
+    EXPECT_EQ(axis.RealToIntPosition(25), 300);
+    axis.SetPosition(AxBottomPos);
+    EXPECT_EQ(axis.RealToIntPosition(25), 100);
+    axis.SetTwisted(true);
+    EXPECT_EQ(axis.RealToIntPosition(25), 300);
     axis.SetScaling(TVxAxScaling(7));
     EXPECT_THROW(axis.RealToIntPosition(1), EConvertError);
     EXPECT_THROW(axis.IntToRealPosition(1), EConvertError);

@@ -631,6 +631,7 @@ void TVxAxis::SetTwisted(bool value)
     if (FOptions.Twisted == value)
         return;
     FOptions.Twisted = value;
+    UpdateMap(); // the mapping follows the direction at once
     SetTicksChanged();
 }
 
@@ -640,6 +641,7 @@ void TVxAxis::SetPosition(TVxAxisPos value)
         return;
     FPosition = value;
     FVertical = value == AxLeftPos || value == AxRightPos || value == AxFreeFloating;
+    UpdateMap();
     SetLayoutChanged();
 }
 
