@@ -80,6 +80,11 @@ TEST(IntPolynom, ExtremaOfCurveAndSlope)
     p.FindDiffExtrema(); // the slope 3x² - 3 is least at the inflection point 0
     EXPECT_EQ(p.DiffMinima(), (TVxRealPosArray { { 0.0, -3.0 } }));
     EXPECT_TRUE(p.DiffMaxima().empty());
+    // Extrema on knots belong to the interval that starts there, not the one ending there.
+    p.SetCubic({ -2, -1, 1, 2, 2 });
+    p.FindExtrema();
+    EXPECT_EQ(p.Maxima(), (TVxRealPosArray { { -1.0, 2.0 } }));
+    EXPECT_EQ(p.Minima(), (TVxRealPosArray { { 1.0, -2.0 } }));
 
     // y = t³ on [0, 1): a double root of the slope with zero curvature, which counts as
     // a minimum, once for each root.
