@@ -44,6 +44,16 @@ TEST(VxArrowSeries, RangesIncludeBothEndsWhileVisible)
     EXPECT_EQ(CountColor(f.Render(), clRed), 0) << "hidden arrows draw nothing";
 }
 
+TEST(VxArrowSeries, ArrowFromTheLeftmostPointMayReachPastTheRightEnd)
+{
+    SeriesForm f;
+    auto* s = MakeArrows(f, {0, 1, 2}, {0, 5, 10}, {0, 0, 0}, {0, 0, 0});
+    f.Render();
+    s->dXData()->SetValue(0, 50);
+    EXPECT_EQ(s->XRange()->Start(), 0);
+    EXPECT_EQ(s->XRange()->Stop(), 50);
+}
+
 TEST(VxArrowSeries, TipsAreOffsetLinearlyInDataUnits)
 {
     SeriesForm f;

@@ -312,10 +312,30 @@ TEST(VxDataSeries, ErrorBarsWidenTheRangeWhileSymbolsShow)
     EXPECT_EQ(s->YRange()->Start(), 6);
     dyp->SetValue(2, 3); // extends the error vector to the third point
     EXPECT_EQ(s->YRange()->Stop(), 33);
+    dyp->SetValue(0, 45); // the point holding the minimum reaches past the maximum
+    EXPECT_EQ(s->YRange()->Start(), 6);
+    EXPECT_EQ(s->YRange()->Stop(), 55);
+    dyp->SetValue(0, 1);
     s->PointStyle().SetVisible(false);
     s->GetNewYStartStop();
     EXPECT_EQ(s->YRange()->Start(), 10);
     EXPECT_EQ(s->YRange()->Stop(), 30);
+}
+
+TEST(VxDataSeries, OneVectorForBothErrorsKeepsNotifyingWhenOneIsReplaced)
+{
+    SeriesForm f;
+    auto* s = new TVxDataWithErrorSeries(f.Form.get());
+    s->SetXData(f.Vector({0, 1, 2}));
+    s->SetYData(f.Vector({0, 5, 10}));
+    auto* e = f.Vector({1, 1, 1});
+    s->SetdYPlus(e);
+    s->SetdYMinus(e);
+    f.Render();
+    s->SetdYMinus(f.Vector({1, 1, 1}));
+    f.Render();
+    e->SetValue(1, 100);
+    EXPECT_EQ(s->YRange()->Stop(), 105);
 }
 
 TEST(VxDataSeries, ErrorBarsAreDrawnOnlyForPointsInsideAndForExistingErrors)

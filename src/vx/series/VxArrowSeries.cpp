@@ -71,6 +71,13 @@ void TVxArrowSeries::ComponentRemoved(int Role)
     }
 }
 
+void TVxArrowSeries::VectorRefs(std::vector<TVectorRef>& Refs) const
+{
+    TVxNotCalculatedSeries::VectorRefs(Refs);
+    Refs.push_back({FdXData, &TVxSeries::FOnXIChanged});
+    Refs.push_back({FdYData, &TVxSeries::FOnYIChanged});
+}
+
 bool TVxArrowSeries::CanKeepPixels() const
 {
     auto heard = [this](const TVxCustomRealVector* v, void (TVxSeries::*h)(int, bool)) {

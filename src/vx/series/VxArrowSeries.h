@@ -61,6 +61,7 @@ public:
 protected:
     enum : int { wrdXData = wrFirstFree, wrdYData };
     bool CanKeepPixels() const override;
+    void VectorRefs(std::vector<TVectorRef>& Refs) const override;
     void ComponentRemoved(int Role) override;
     void CalculatePointRange(int From, int To) override { CalculateEachPoint(From, To); }
 

@@ -167,14 +167,30 @@ void TVxSeries::ComponentRemoved(int Role)
     }
 }
 
+void TVxSeries::VectorRefs(std::vector<TVectorRef>& Refs) const
+{
+    Refs.push_back({FXData, &TVxSeries::FOnXIChanged});
+    Refs.push_back({FYData, &TVxSeries::FOnYIChanged});
+    Refs.push_back({FWeight, &TVxSeries::FOnWeightChanged});
+}
+
+bool TVxSeries::StillListens(const TVxCustomRealVector* Vector, TVectorHandler Handler) const
+{
+    std::vector<TVectorRef> refs;
+    VectorRefs(refs);
+    return std::any_of(refs.begin(), refs.end(),
+                       [&](const TVectorRef& r) { return r.Vector == Vector && r.Handler == Handler; });
+}
+
 bool TVxSeries::ReplaceVector(QPointer<TVxCustomRealVector>& Field, int Role, TVxCustomRealVector* Vector,
                               void (TVxSeries::*Handler)(int, bool))
 {
-    if (Field && Field != Vector)
-        Field->IChangedList().Remove(this, Handler);
     if (Field == Vector)
         return false;
+    TVxCustomRealVector* old = Field;
     Field = Vector;
+    if (old && !StillListens(old, Handler))
+        old->IChangedList().Remove(this, Handler);
     Watch(Role, Vector);
     if (Vector)
         Vector->IChangedList().Add(this, Handler);
@@ -491,9 +507,12 @@ bool TVxSeries::FoldIntoRange(TRange& Range, int Index, bool Valid, double Lo, d
         // An extreme point changed: unless it is still exactly where it was, the range may
         // have to shrink, which only a rescan can tell.
         const bool same = Valid && (Index != MinIdx || Lo == Range.Start()) && (Index != MaxIdx || Hi == Range.Stop());
-        if (!same)
+        if (!same) {
             Rescan();
-        return !same;
+            return true;
+        }
+        // The extreme stayed; the point's other end (error bar, arrow) may still widen
+        // the range on the other side, as for any other point.
     }
     if (!Valid)
         return false;
@@ -1347,6 +1366,15 @@ double TVxDataWithErrorSeries::YPlus(int Index) const
 double TVxDataWithErrorSeries::YMinus(int Index) const
 {
     return FPointStyle->Visible() ? std::fabs(ComponentValue(FdYMinus, Index)) : 0.0;
+}
+
+void TVxDataWithErrorSeries::VectorRefs(std::vector<TVectorRef>& Refs) const
+{
+    TVxDataSeries::VectorRefs(Refs);
+    Refs.push_back({FdXPlus, &TVxSeries::FOnXIChanged});
+    Refs.push_back({FdXMinus, &TVxSeries::FOnXIChanged});
+    Refs.push_back({FdYPlus, &TVxSeries::FOnYIChanged});
+    Refs.push_back({FdYMinus, &TVxSeries::FOnYIChanged});
 }
 
 bool TVxDataWithErrorSeries::CanKeepPixels() const

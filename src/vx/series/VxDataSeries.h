@@ -238,8 +238,20 @@ protected:
     // Watches Obj under Role (replacing the previous watch of that role; null unwatches).
     void Watch(int Role, QObject* Obj);
     virtual void ComponentRemoved(int Role);
-    // Sets up a vector reference: unregisters Handler from the old vector, stores the new
-    // one, registers Handler; false when unchanged.
+    // A vector this series references and the handler it registered with it.
+    using TVectorHandler = void (TVxSeries::*)(int, bool);
+    struct TVectorRef {
+        const TVxCustomRealVector* Vector;
+        TVectorHandler Handler;
+    };
+    // Every vector reference with its handler (derived classes add theirs).
+    virtual void VectorRefs(std::vector<TVectorRef>& Refs) const;
+    // True when another reference still needs Handler on Vector (one vector may serve as,
+    // say, both the plus and the minus errors, and holds a single entry per handler).
+    bool StillListens(const TVxCustomRealVector* Vector, TVectorHandler Handler) const;
+    // Sets up a vector reference: unregisters Handler from the old vector (unless another
+    // reference still needs it), stores the new one, registers Handler; false when
+    // unchanged.
     bool ReplaceVector(QPointer<TVxCustomRealVector>& Field, int Role, TVxCustomRealVector* Vector,
                        void (TVxSeries::*Handler)(int, bool));
     // True when this series is subscribed to Vector's notices with Handler (two series of
@@ -427,6 +439,7 @@ public:
 
 protected:
     bool CanKeepPixels() const override;
+    void VectorRefs(std::vector<TVectorRef>& Refs) const override;
     enum : int { wrdXPlus = wrFirstFree, wrdXMinus, wrdYPlus, wrdYMinus };
     void ComponentRemoved(int Role) override;
     void CalculatePointRange(int From, int To) override { CalculateEachPoint(From, To); }
