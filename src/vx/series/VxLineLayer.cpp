@@ -57,12 +57,8 @@ void TVxLineLayer::Draw(TCanvas& Canvas, const TVxPolylineReducer& Reduced, quin
     } else if (FCount < Count) {
         // The segments from the last drawn point on.
         TVxPolylineReducer tail;
-        for (int i = FCount > 0 ? FCount - 1 : 0; i < Count; ++i) {
-            if (Points[i].x() == Skip)
-                tail.Break();
-            else
-                tail.Add(Points[i]);
-        }
+        const int from = FCount > 0 ? FCount - 1 : 0;
+        tail.AddPoints(Points + from, Count - from, Skip);
         TCanvas layer(&FLayer);
         SetUpLayerCanvas(layer, Canvas, rect);
         DrawReducedLine(tail, layer);

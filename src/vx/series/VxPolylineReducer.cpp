@@ -68,6 +68,45 @@ void TVxPolylineReducer::AddToNewColumn(QPoint P)
     FLastStrictMin = FLastStrictMax = false;
 }
 
+void TVxPolylineReducer::AddPoints(const QPoint* P, int Count, int Skip)
+{
+    int i = 0;
+    while (i < Count) {
+        const int x = P[i].x();
+        if (x == Skip) {
+            Break();
+            ++i;
+            continue;
+        }
+        if (!(FHasColumn && FInRun && x == FColumnX)) {
+            AddToNewColumn(P[i]);
+            ++i;
+            continue;
+        }
+        // A run of further points in the open column (FColumnX is never Skip). A repeated
+        // y leaves the strictness flags alone, as Add does; otherwise they are set afresh.
+        int minY = FMinY, maxY = FMaxY, lastY = FLastY;
+        bool strictMin = FLastStrictMin, strictMax = FLastStrictMax;
+        const int first = i;
+        for (; i < Count && P[i].x() == x; ++i) {
+            const int y = P[i].y();
+            const bool repeat = y == lastY;
+            strictMin = (strictMin && repeat) || y < minY;
+            strictMax = (strictMax && repeat) || y > maxY;
+            minY = std::min(minY, y);
+            maxY = std::max(maxY, y);
+            lastY = y;
+        }
+        FMinY = minY;
+        FMaxY = maxY;
+        FLastY = lastY;
+        FLastStrictMin = strictMin;
+        FLastStrictMax = strictMax;
+        FInputCount += i - first;
+        FRunInputCount += i - first;
+    }
+}
+
 void TVxPolylineReducer::Break()
 {
     if (FInRun)

@@ -42,6 +42,10 @@ public:
         }
         AddToNewColumn(P);
     }
+    // Appends Count points in order; a point whose x equals Skip ends the current polyline
+    // instead (as Break). Same result as feeding them one by one through Add and Break, with
+    // the column state kept in registers for the long runs of a dense curve.
+    void AddPoints(const QPoint* P, int Count, int Skip);
     // Ends the current polyline; the next point starts a new one.
     void Break();
     // Number of points fed since the last Clear (breaks not counted).
