@@ -1,6 +1,7 @@
 #pragma once
 // Pixel probes for paint tests: white test images and where ink landed on them.
 
+#include "vx/platform/VxCanvas.h"
 #include "vx/platform/VxGraphics.h"
 
 #include <QImage>
@@ -13,6 +14,19 @@ inline QImage WhiteImage(int width = 40, int height = 40)
 {
     QImage image(width, height, QImage::Format_RGB32);
     image.fill(Qt::white);
+    return image;
+}
+
+// A white image with what `draw` paints on it through a canvas (the canvas is gone, and
+// its painter ended, before the image is returned).
+template <class Draw>
+QImage Painted(Draw&& draw, int width = 40, int height = 40)
+{
+    QImage image = WhiteImage(width, height);
+    {
+        TCanvas c(&image);
+        draw(c);
+    }
     return image;
 }
 
