@@ -144,6 +144,10 @@ TEST(VxBarSeries, StackedSeriesStandsOnTheEarlierOne)
     EXPECT_EQ(PixelAt(img, QPoint(x, lowTop + 1)), clGreen);
     EXPECT_EQ(PixelAt(img, QPoint(x, highTop + 1)), clRed);
     EXPECT_NE(PixelAt(img, QPoint(x, highTop - 2)), clRed);
+    // A change below lifts the series on top at the next drawing.
+    low->YData()->SetValue(1, 5);
+    f.Render();
+    EXPECT_EQ(high->YRange()->Stop(), 8.5);
     // The stacked series' base survives the deletion of the series below.
     delete low;
     f.Render();

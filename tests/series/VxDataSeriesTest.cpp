@@ -162,6 +162,14 @@ TEST(VxDataSeries, NonFiniteValuesAreSkippedAndBreakTheLine)
     EXPECT_FALSE(redAt(4.5));
     // A run of a single valid point (3) draws no line either.
     EXPECT_FALSE(redAt(3.3));
+
+    // A y value turning finite or not brings the point's x into the x range or out of it.
+    x->SetValue(2, 100);
+    EXPECT_EQ(s->XRange()->Stop(), 6);
+    y->SetValue(2, 1);
+    EXPECT_EQ(s->XRange()->Stop(), 100);
+    y->SetValue(2, NaN);
+    EXPECT_EQ(s->XRange()->Stop(), 6);
 }
 
 TEST(VxDataSeries, AreaReachesTheRowOfZeroOutsideThePlot)

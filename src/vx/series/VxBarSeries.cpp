@@ -61,7 +61,7 @@ void TVxBarSeries::SetShow3DBars(bool Value)
     if (FShow3DBars == Value)
         return;
     FShow3DBars = Value;
-    RangesModified();
+    SettingChanged();
 }
 
 void TVxBarSeries::SetBarHorizontal(bool Value)
@@ -69,7 +69,7 @@ void TVxBarSeries::SetBarHorizontal(bool Value)
     if (FBarHorizontal == Value)
         return;
     FBarHorizontal = Value;
-    RangesModified();
+    SettingChanged();
 }
 
 void TVxBarSeries::SetShiftOverlays(bool Value)
@@ -79,7 +79,7 @@ void TVxBarSeries::SetShiftOverlays(bool Value)
     FShiftOverlays = Value;
     if (Value)
         FStackOverlays = false;
-    RangesModified();
+    SettingChanged();
 }
 
 void TVxBarSeries::SetStackOverlays(bool Value)
@@ -89,7 +89,7 @@ void TVxBarSeries::SetStackOverlays(bool Value)
     FStackOverlays = Value;
     if (Value)
         FShiftOverlays = false;
-    RangesModified();
+    SettingChanged();
 }
 
 void TVxBarSeries::SetDepthPercent(double Value)
@@ -97,7 +97,7 @@ void TVxBarSeries::SetDepthPercent(double Value)
     if (FDepthPercent == Value)
         return;
     FDepthPercent = Value;
-    RangesModified();
+    SettingChanged();
 }
 
 void TVxBarSeries::SetBarsGapPercent(double Value)
@@ -105,7 +105,7 @@ void TVxBarSeries::SetBarsGapPercent(double Value)
     if (FBarsGapPercent == Value)
         return;
     FBarsGapPercent = Value;
-    RangesModified();
+    SettingChanged();
 }
 
 QList<TVxBarSeries*> TVxBarSeries::StackList() const
@@ -115,6 +115,38 @@ QList<TVxBarSeries*> TVxBarSeries::StackList() const
         if (s)
             list.append(s);
     return list;
+}
+
+void TVxBarSeries::DataChanged()
+{
+    if (!parent())
+        return;
+    // Any bar series later among the owner's children may have this one in its stack.
+    bool after = false;
+    for (TVxBarSeries* s : ComponentsOf<TVxBarSeries>(parent())) {
+        if (s == this)
+            after = true;
+        else if (after && s->FStackOverlays)
+            s->RangesModified();
+    }
+}
+
+void TVxBarSeries::SetXData(TVxCustomRealVector* Vector)
+{
+    TVxLineSeries::SetXData(Vector);
+    DataChanged();
+}
+
+void TVxBarSeries::SetYData(TVxCustomRealVector* Vector)
+{
+    TVxLineSeries::SetYData(Vector);
+    DataChanged();
+}
+
+void TVxBarSeries::SettingChanged()
+{
+    RangesModified();
+    DataChanged();
 }
 
 void TVxBarSeries::RebuildStackList()

@@ -58,6 +58,9 @@ public:
     double GetY(int I) const;
     double GetX(int I) const;
 
+    // As for any series; the stacked series standing on this one rescan as well.
+    void SetXData(TVxCustomRealVector* Vector) override;
+    void SetYData(TVxCustomRealVector* Vector) override;
     void SetPointsCount() override;
     int XIdxNeeded() const override;
     int YIdxNeeded() const override;
@@ -75,6 +78,8 @@ public:
 
 protected:
     bool CanKeepPixels() const override { return false; }
+    // The stacked series above this one stand on its values: they rescan too.
+    void DataChanged() override;
     void CalculatePointRange(int From, int To) override { CalculateEachPoint(From, To); }
 
 private:
@@ -92,6 +97,8 @@ private:
     // Value where bar I starts (0, or the top of the series below).
     double StackBase(int I) const;
     void RebuildStackList();
+    // RangesModified for this series and the stacked series standing on it.
+    void SettingChanged();
     // n and k of the overlay group, and the group's gap and depth percentages.
     void OverlayGroup(int& N, int& K, double& Gap, double& Depth) const;
     bool BarRect(int I, int N, int K, double Gap, double Depth, TBarRect& R) const;

@@ -711,58 +711,54 @@ void TVxSeries::CalculatePoints()
     FPointsDirty = false;
 }
 
-void TVxSeries::FOnXIChanged(int Index, bool AllChanged)
+void TVxSeries::OnDataChanged(bool XSide, int Index, bool AllChanged)
 {
+    // Calc(i) folds the changed coordinate, CalcOther(i) the other one.
+    auto calc = [this, XSide](int i) { XSide ? CalcXValue(i) : CalcYValue(i); };
+    auto calcOther = [this, XSide](int i) { XSide ? CalcYValue(i) : CalcXValue(i); };
     FChildsDirty = true;
     const int oldCount = FPointsCount;
     SetPointsCount();
     if (!AllChanged) {
+        // New points: the other coordinate was there already; the newest point of the
+        // changed one is handled below through Index.
         for (int i = oldCount; i < FPointsCount; ++i)
-            CalcYValue(i);
+            calcOther(i);
         for (int i = oldCount; i < FPointsCount - 1; ++i)
-            CalcXValue(i);
+            calc(i);
         for (int i = oldCount; i < FPointsCount - 1; ++i)
             CalculatePoint(i);
     }
-    if (Index > FPointsCount)
+    if (Index > FPointsCount) {
+        DataChanged();
         return;
+    }
     if (AllChanged) {
         InvalidatePixels();
         RangesModified();
+        DataChanged();
         return;
     }
-    CalcXValue(Index);
+    calc(Index);
+    // A value turning finite or not makes the whole point count or not, so the other
+    // coordinate's range may change too (an unchanged valid point folds in as a no-op).
+    if (Index < oldCount)
+        calcOther(Index);
     CalculatePoint(Index);
     PixelChanged(Index);
+    DataChanged();
     if (FDrawingWorld)
         FDrawingWorld->update();
 }
 
+void TVxSeries::FOnXIChanged(int Index, bool AllChanged)
+{
+    OnDataChanged(true, Index, AllChanged);
+}
+
 void TVxSeries::FOnYIChanged(int Index, bool AllChanged)
 {
-    FChildsDirty = true;
-    const int oldCount = FPointsCount;
-    SetPointsCount();
-    if (!AllChanged) {
-        for (int i = oldCount; i < FPointsCount; ++i)
-            CalcXValue(i);
-        for (int i = oldCount; i < FPointsCount - 1; ++i)
-            CalcYValue(i);
-        for (int i = oldCount; i < FPointsCount - 1; ++i)
-            CalculatePoint(i);
-    }
-    if (Index > FPointsCount)
-        return;
-    if (AllChanged) {
-        InvalidatePixels();
-        RangesModified();
-        return;
-    }
-    CalcYValue(Index);
-    CalculatePoint(Index);
-    PixelChanged(Index);
-    if (FDrawingWorld)
-        FDrawingWorld->update();
+    OnDataChanged(false, Index, AllChanged);
 }
 
 // ---------------------------------------------------------------------------------------
@@ -1117,8 +1113,6 @@ void TVxSeries::SetCaption(const QString& S)
 
 void TVxSeries::SetDoUserCaption(bool Value)
 {
-    if (FDoUserCaption == Value)
-        return;
     FDoUserCaption = Value;
     FCaption = Value ? FUserCaption : FAutoCaption;
     FSettings->WriteString(kCaptionSection, kCaptionKey, FCaption);

@@ -218,6 +218,11 @@ public:
     virtual void ReadFromIni(TVxIniList& List, const QString& Section);
 
 protected:
+    // The common body of FOnXIChanged (XSide) and FOnYIChanged.
+    void OnDataChanged(bool XSide, int Index, bool AllChanged);
+    // Called after a data vector's change notice was handled (other series may depend on
+    // this one's values); the base does nothing.
+    virtual void DataChanged() {}
     // Binds to the last graph among the owner's children (line and arrow series).
     void BindToOwnerGraph();
     // True for point Index (< PointsCount) when x and y are finite.
