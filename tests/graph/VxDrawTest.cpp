@@ -158,11 +158,9 @@ TEST(VxDraw, DrawLineAndFrameMakeTheOnePixelPenCosmetic)
 
 TEST(VxDraw, DrawFrameClosesAllFourSides)
 {
-    QImage image = WhiteImage();
-    {
-        TCanvas c(&image);
+    const QImage image = Painted([&](TCanvas& c) {
         DrawFrame(5, 5, 15, 12, c);
-    }
+    });
     EXPECT_EQ(InkBounds(image), QRect(QPoint(5, 5), QPoint(15, 12)));
     for (const QPoint& p : {QPoint(5, 5), QPoint(15, 5), QPoint(5, 12), QPoint(15, 12), QPoint(10, 5), QPoint(10, 12),
                             QPoint(5, 8), QPoint(15, 8)})
@@ -280,14 +278,12 @@ TEST(VxDraw, StarVerticesFollowTheIntegerProportions)
 
 TEST(VxDraw, ArrowHeadSitsOnTheTip)
 {
-    QImage image = WhiteImage(60, 40);
-    {
-        TCanvas c(&image);
+    const QImage image = Painted([&](TCanvas& c) {
         c.Pen().SetColor(clRed);
         c.Brush().SetColor(clLime);
         DrawArrow(5, 20, 45, 20, 10, 3, c);
         EXPECT_EQ(c.Brush().Color(), clLime); // brush left as found
-    }
+    }, 60, 40);
     EXPECT_TRUE(Ink(image, 5, 20));
     EXPECT_EQ(At(image, 44, 20), clRed);
     EXPECT_EQ(At(image, 37, 22), clRed); // head is filled in the pen colour
@@ -314,11 +310,9 @@ TEST(VxDraw, ArrowPointsEveryWayAndDegenerateArrowsAreSafe)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        QImage image = WhiteImage();
-        {
-            TCanvas c(&image);
+        const QImage image = Painted([&](TCanvas& c) {
             DrawArrow(row.tail.x(), row.tail.y(), row.tip.x(), row.tip.y(), row.length, row.width, c);
-        }
+        });
         // The slanted head edges may differ by a pixel (Qt's rasterizer).
         const QRect ink = InkBounds(image);
         EXPECT_TRUE(row.ink.adjusted(-1, -1, 1, 1).contains(ink));
@@ -333,12 +327,10 @@ TEST(VxDraw, ArrowPointsEveryWayAndDegenerateArrowsAreSafe)
 
 TEST(VxDraw, Draw3DBarShadesTopAndSideFaces)
 {
-    QImage image = WhiteImage(60, 60);
-    {
-        TCanvas c(&image);
+    const QImage image = Painted([&](TCanvas& c) {
         c.Pen().SetColor(clBlack);
         Draw3DBar(10, 20, 30, 50, 8, 5, clNavy, clBlue, clGreen, c);
-    }
+    }, 60, 60);
     EXPECT_EQ(At(image, 20, 35), clNavy);  // front
     EXPECT_EQ(At(image, 20, 18), clBlue);  // top face, above the front
     EXPECT_EQ(At(image, 33, 35), clGreen); // side face, right of the front
@@ -360,11 +352,9 @@ TEST(VxDraw, Draw3DBarAcceptsEdgesInEitherOrderAndFlatBars)
         Draw3DBar(30, 50, 10, 20, 6, 4, clRed, clLime, clBlue, c);
     }
     EXPECT_EQ(a, b);
-    QImage flat = WhiteImage(60, 60);
-    {
-        TCanvas c(&flat);
+    const QImage flat = Painted([&](TCanvas& c) {
         Draw3DBar(10, 20, 30, 50, 0, 0, clRed, clLime, clBlue, c);
-    }
+    }, 60, 60);
     EXPECT_EQ(InkBounds(flat), QRect(10, 20, 20, 30));
 }
 

@@ -2,12 +2,14 @@
 
 #include "vx/graph/VxGraph2D.h"
 #include "vx/platform/VxCanvas.h"
+#include "support/PixelProbe.h"
 
 #include <QImage>
 #include <QPainter>
 #include <gtest/gtest.h>
 
 using namespace vx;
+using namespace vx::test;
 
 namespace {
 
@@ -48,27 +50,6 @@ int PlainWidth(const QString& text, const TFont& font)
     for (QChar c : text)
         w += fm.horizontalAdvance(QString(c));
     return w;
-}
-
-QImage WhiteImage(int w, int h)
-{
-    QImage image(w, h, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    return image;
-}
-
-// Bounding box of the non-white pixels inside Area (whole image when empty).
-QRect InkBounds(const QImage& image, QRect area = QRect())
-{
-    if (area.isNull())
-        area = image.rect();
-    area &= image.rect();
-    QRect r;
-    for (int y = area.top(); y <= area.bottom(); ++y)
-        for (int x = area.left(); x <= area.right(); ++x)
-            if (image.pixel(x, y) != qRgb(255, 255, 255))
-                r |= QRect(x, y, 1, 1);
-    return r;
 }
 
 // Draws Text with RichPaintTo into a fresh white image.
@@ -148,15 +129,10 @@ TEST(RichPaintTo, WidthsAndCharArrays)
     const int wW = PlainWidth("W", BaseFont(12, fsBold));
     const int wb = PlainWidth("\\", base);
     const int wc = PlainWidth("c", base);
-    EXPECT_EQ(rec.CharX[0], wa);
-    EXPECT_EQ(rec.CharX[1], wa + wW);
-    EXPECT_EQ(rec.CharX[2], wa + wW + wb);
-    EXPECT_EQ(rec.CharX[3], wa + wW + wb + wc);
+    EXPECT_EQ(TVxIntegerArray(rec.CharX.begin(), rec.CharX.begin() + 4),
+              (TVxIntegerArray{wa, wa + wW, wa + wW + wb, wa + wW + wb + wc}));
     EXPECT_EQ(rec.Width, rec.CharX[3]);
-    EXPECT_EQ(rec.CharSource[0], 0);
-    EXPECT_EQ(rec.CharSource[1], 3);
-    EXPECT_EQ(rec.CharSource[2], 7);
-    EXPECT_EQ(rec.CharSource[3], 8);
+    EXPECT_EQ(TVxIntegerArray(rec.CharSource.begin(), rec.CharSource.begin() + 4), (TVxIntegerArray{0, 3, 7, 8}));
     // Bold must really widen the text.
     EXPECT_GT(wW, PlainWidth("W", base));
 }
@@ -165,21 +141,14 @@ TEST(RichPaintTo, AttributeArraysFollowTheToggles)
 {
     // Visible characters: a b c d e; the entry after the last one is the final state.
     const TVxCaptionRec rec = Measure("a\\bb\\i c\\B\\ud\\+e\\s");
-    const std::vector<bool> bold = {false, true, true, false, false, false};
-    const std::vector<bool> italic = {false, false, true, true, true, true};
-    const std::vector<bool> underline = {false, false, false, true, true, true};
-    const std::vector<bool> super = {false, false, false, false, true, true};
-    const std::vector<bool> symbol = {false, false, false, false, false, true};
-    for (std::size_t i = 0; i < bold.size(); ++i) {
-        SCOPED_TRACE(i);
-        EXPECT_EQ(rec.Bold[i], bold[i]);
-        EXPECT_EQ(rec.Italic[i], italic[i]);
-        EXPECT_EQ(rec.Underline[i], underline[i]);
-        EXPECT_EQ(rec.SuperScript[i], super[i]);
-        EXPECT_EQ(rec.SymbolFont[i], symbol[i]);
-        EXPECT_FALSE(rec.SubScript[i]);
-        EXPECT_FALSE(rec.StrikeOut[i]);
-    }
+    auto first6 = [](const TVxBooleanArray& a) { return TVxBooleanArray(a.begin(), a.begin() + 6); };
+    EXPECT_EQ(first6(rec.Bold), (TVxBooleanArray{false, true, true, false, false, false}));
+    EXPECT_EQ(first6(rec.Italic), (TVxBooleanArray{false, false, true, true, true, true}));
+    EXPECT_EQ(first6(rec.Underline), (TVxBooleanArray{false, false, false, true, true, true}));
+    EXPECT_EQ(first6(rec.SuperScript), (TVxBooleanArray{false, false, false, false, true, true}));
+    EXPECT_EQ(first6(rec.SymbolFont), (TVxBooleanArray{false, false, false, false, false, true}));
+    EXPECT_EQ(first6(rec.SubScript), TVxBooleanArray(6, false));
+    EXPECT_EQ(first6(rec.StrikeOut), TVxBooleanArray(6, false));
 }
 
 TEST(RichPaintTo, ScriptSizesAndBaselineShifts)
@@ -216,11 +185,7 @@ TEST(RichPaintTo, ScriptsAreDrawnShiftedAndBaselineReturns)
         const int left = 10 + (i == 0 ? 0 : rec.CharX[i - 1]);
         return InkBounds(image, QRect(left, 0, 10 + rec.CharX[i] - left, image.height()));
     };
-    const QRect base = column(0);
-    const QRect super = column(1);
-    const QRect after = column(2);
-    const QRect sub = column(4);
-    const QRect last = column(5);
+    const QRect base = column(0), super = column(1), after = column(2), sub = column(4), last = column(5);
     ASSERT_FALSE(base.isEmpty());
     EXPECT_LT(super.bottom(), base.bottom() - 3) << "superscript baseline raised";
     EXPECT_LT(super.height(), base.height()) << "superscript smaller";

@@ -46,12 +46,14 @@ inline TColor At(const QImage& image, int x, int y)
     return FromQColor(QColor::fromRgb(image.pixel(x, y)));
 }
 
-// Bounding box of the non-white pixels (empty if none).
-inline QRect InkBounds(const QImage& image)
+// Bounding box of the non-white pixels inside Area (the whole image when Area is null;
+// empty if there are none).
+inline QRect InkBounds(const QImage& image, QRect area = QRect())
 {
+    area = area.isNull() ? image.rect() : area & image.rect();
     QRect r;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
+    for (int y = area.top(); y <= area.bottom(); ++y)
+        for (int x = area.left(); x <= area.right(); ++x)
             if (Ink(image, x, y))
                 r |= QRect(x, y, 1, 1);
     return r;
