@@ -97,31 +97,16 @@ double TVxArrowSeries::GetDY(int I) const
     return FLineStyle->Visible() ? ComponentValue(FdYData, I) : 0.0;
 }
 
+void TVxArrowSeries::ArrowSpan(bool XSide, int Index, double V, double& Lo, double& Hi) const
+{
+    const double end = V + (XSide ? GetDX(Index) : GetDY(Index));
+    Lo = std::min(V, end);
+    Hi = std::max(V, end);
+}
+
 void TVxArrowSeries::Scan(bool XSide)
 {
-    const TVxCustomRealVector* data = XSide ? FXData : FYData;
-    const int n = std::min(FPointsCount, data ? data->Count() : 0);
-    double mn = CVxMaxReal, mx = CVxMinReal;
-    int& minIdx = XSide ? FXMinIdx : FYMinIdx;
-    int& maxIdx = XSide ? FXMaxIdx : FYMaxIdx;
-    minIdx = maxIdx = -1;
-    for (int i = 0; i < n; ++i) {
-        if (!IsValidPoint(i))
-            continue;
-        const double start = data->Data()[i];
-        const double end = start + (XSide ? GetDX(i) : GetDY(i));
-        for (double v : {end, start}) {
-            if (v < mn) {
-                mn = v;
-                minIdx = i;
-            }
-            if (v > mx) {
-                mx = v;
-                maxIdx = i;
-            }
-        }
-    }
-    SetRangeIfChanged(XSide ? *FXRange : *FYRange, mn, mx);
+    ScanSpans(XSide, [this, XSide](int i, double v, double& lo, double& hi) { ArrowSpan(XSide, i, v, lo, hi); });
     Modified();
 }
 
@@ -137,15 +122,9 @@ void TVxArrowSeries::GetNewYStartStop()
 
 void TVxArrowSeries::Fold(int Index, bool XSide)
 {
-    const TVxCustomRealVector* data = XSide ? FXData : FYData;
-    if (!data || Index < 0 || Index >= data->Count())
-        return;
-    const double start = data->Data()[Index];
-    const double end = start + (XSide ? GetDX(Index) : GetDY(Index));
-    if (FoldIntoRange(*(XSide ? FXRange : FYRange), Index, IsValidPoint(Index), std::min(start, end),
-                      std::max(start, end), XSide ? FXMinIdx : FYMinIdx, XSide ? FXMaxIdx : FYMaxIdx,
-                      [this, XSide] { Scan(XSide); }))
-        Modified();
+    FoldSpan(
+        XSide, Index, [this, XSide](int i, double v, double& lo, double& hi) { ArrowSpan(XSide, i, v, lo, hi); },
+        [this, XSide] { Scan(XSide); });
 }
 
 void TVxArrowSeries::CalcXValue(int Index)

@@ -68,6 +68,7 @@ protected:
 private:
     void Scan(bool XSide);
     void Fold(int Index, bool XSide);
+    void ArrowSpan(bool XSide, int Index, double V, double& Lo, double& Hi) const;
 
     int FTipLength = 10;
     int FTipWidth = 3;

@@ -252,15 +252,17 @@ TVx2DGraph* TVxSeries::Graph() const
     return FYAxis ? FYAxis->Graph() : nullptr;
 }
 
-void TVxSeries::SetXAxis(TVxAxis* Axis)
+void TVxSeries::SetAxis(bool XSide, TVxAxis* Axis)
 {
-    if (FXAxis == Axis)
+    QPointer<TVxAxis>& field = XSide ? FXAxis : FYAxis;
+    TRange& range = XSide ? *FXRange : *FYRange;
+    if (field == Axis)
         return;
-    if (FXAxis)
-        UnregisterRange(*FXRange, FXAxis);
-    FXRange->SetOnChanged(nullptr);
-    FXAxis = Axis;
-    Watch(wrXAxis, Axis);
+    if (field)
+        UnregisterRange(range, field);
+    range.SetOnChanged(nullptr);
+    field = Axis;
+    Watch(XSide ? wrXAxis : wrYAxis, Axis);
     if (FDrawingWorld)
         FDrawingWorld->SeriesList().Remove(this);
     InvalidatePixels();
@@ -275,71 +277,50 @@ void TVxSeries::SetXAxis(TVxAxis* Axis)
     } else {
         Modified();
     }
-    if (Axis && qobject_cast<TVxLiveVector*>(FXData.data()))
-        RegisterRange(*FXRange, Axis);
+    // Only a live vector's range moves with the axis here; others register in SetXData.
+    if (Axis && qobject_cast<TVxLiveVector*>((XSide ? FXData : FYData).data()))
+        RegisterRange(range, Axis);
+}
+
+void TVxSeries::SetXAxis(TVxAxis* Axis)
+{
+    SetAxis(true, Axis);
 }
 
 void TVxSeries::SetYAxis(TVxAxis* Axis)
 {
-    if (FYAxis == Axis)
+    SetAxis(false, Axis);
+}
+
+void TVxSeries::SetData(bool XSide, TVxCustomRealVector* Vector)
+{
+    QPointer<TVxCustomRealVector>& field = XSide ? FXData : FYData;
+    TRange& range = XSide ? *FXRange : *FYRange;
+    TVxAxis* axis = XSide ? FXAxis : FYAxis;
+    if (axis && field != Vector)
+        UnregisterRange(range, axis);
+    if (!ReplaceVector(field, XSide ? wrXData : wrYData, Vector,
+                       XSide ? &TVxSeries::FOnXIChanged : &TVxSeries::FOnYIChanged))
         return;
-    if (FYAxis)
-        UnregisterRange(*FYRange, FYAxis);
-    FYRange->SetOnChanged(nullptr);
-    FYAxis = Axis;
-    Watch(wrYAxis, Axis);
-    if (FDrawingWorld)
-        FDrawingWorld->SeriesList().Remove(this);
-    InvalidatePixels();
-    TVx2DGraph* graph = Axis ? Axis->Graph() : nullptr;
-    if (graph) {
-        FDrawingWorld = graph->DrawingWorld();
-        Watch(wrDrawingWorld, FDrawingWorld);
-        if (!IsCalculatedSeries())
-            FDrawingWorld->SeriesList().Add(this);
-        FBackgroundColor = graph->DataColor();
-        graph->Modified();
-    } else {
-        Modified();
-    }
-    if (Axis && qobject_cast<TVxLiveVector*>(FYData.data()))
-        RegisterRange(*FYRange, Axis);
+    if (Vector && axis)
+        RegisterRange(range, axis);
+    if (Vector && IsDesigning(this) && Vector->Count() == 0)
+        for (int i = 0; i < 10; ++i)
+            Vector->SetValue(i, 10.0 * i + 10.0 * QRandomGenerator::global()->generateDouble());
+    if (IsDesigning(this))
+        DsgnUpdate();
+    else
+        RangesModified();
 }
 
 void TVxSeries::SetXData(TVxCustomRealVector* Vector)
 {
-    TVxAxis* axis = FXAxis;
-    if (axis && FXData != Vector)
-        UnregisterRange(*FXRange, axis);
-    if (!ReplaceVector(FXData, wrXData, Vector, &TVxSeries::FOnXIChanged))
-        return;
-    if (Vector && axis)
-        RegisterRange(*FXRange, axis);
-    if (Vector && IsDesigning(this) && Vector->Count() == 0)
-        for (int i = 0; i < 10; ++i)
-            Vector->SetValue(i, 10.0 * i + 10.0 * QRandomGenerator::global()->generateDouble());
-    if (IsDesigning(this))
-        DsgnUpdate();
-    else
-        RangesModified();
+    SetData(true, Vector);
 }
 
 void TVxSeries::SetYData(TVxCustomRealVector* Vector)
 {
-    TVxAxis* axis = FYAxis;
-    if (axis && FYData != Vector)
-        UnregisterRange(*FYRange, axis);
-    if (!ReplaceVector(FYData, wrYData, Vector, &TVxSeries::FOnYIChanged))
-        return;
-    if (Vector && axis)
-        RegisterRange(*FYRange, axis);
-    if (Vector && IsDesigning(this) && Vector->Count() == 0)
-        for (int i = 0; i < 10; ++i)
-            Vector->SetValue(i, 10.0 * i + 10.0 * QRandomGenerator::global()->generateDouble());
-    if (IsDesigning(this))
-        DsgnUpdate();
-    else
-        RangesModified();
+    SetData(false, Vector);
 }
 
 void TVxSeries::SetWeight(TVxCustomRealVector* Vector)
@@ -444,28 +425,28 @@ bool TVxSeries::SetRangeIfChanged(TRange& Range, double Start, double Stop)
     return true;
 }
 
-void TVxSeries::GetNewXStartStop()
+void TVxSeries::ScanPlainRange(bool XSide)
 {
     double mn, mx;
     const double* x = FXData ? FXData->Data() : nullptr;
     const double* y = FYData ? FYData->Data() : nullptr;
+    const double* v = XSide ? x : y;
+    const int n = std::min(XSide ? XIdxNeeded() : YIdxNeeded(), CountOf(XSide ? FYData : FXData));
     ScanRange(
-        std::min(XIdxNeeded(), CountOf(FYData)), [x](int i) { return x[i]; },
-        [x, y](int i) { return std::isfinite(x[i]) && std::isfinite(y[i]); }, mn, FXMinIdx, mx, FXMaxIdx);
-    SetRangeIfChanged(*FXRange, mn, mx);
+        n, [v](int i) { return v[i]; }, [x, y](int i) { return std::isfinite(x[i]) && std::isfinite(y[i]); }, mn,
+        XSide ? FXMinIdx : FYMinIdx, mx, XSide ? FXMaxIdx : FYMaxIdx);
+    SetRangeIfChanged(XSide ? *FXRange : *FYRange, mn, mx);
     Modified();
+}
+
+void TVxSeries::GetNewXStartStop()
+{
+    ScanPlainRange(true);
 }
 
 void TVxSeries::GetNewYStartStop()
 {
-    double mn, mx;
-    const double* y = FYData ? FYData->Data() : nullptr;
-    const double* x = FXData ? FXData->Data() : nullptr;
-    ScanRange(
-        std::min(YIdxNeeded(), CountOf(FXData)), [y](int i) { return y[i]; },
-        [x, y](int i) { return std::isfinite(x[i]) && std::isfinite(y[i]); }, mn, FYMinIdx, mx, FYMaxIdx);
-    SetRangeIfChanged(*FYRange, mn, mx);
-    Modified();
+    ScanPlainRange(false);
 }
 
 void TVxSeries::ScanBothRanges()
@@ -532,20 +513,51 @@ bool TVxSeries::FoldIntoRange(TRange& Range, int Index, bool Valid, double Lo, d
 
 void TVxSeries::CalcXValue(int Index)
 {
-    if (!FXData || Index < 0 || Index >= FXData->Count())
-        return;
-    const double v = FXData->Data()[Index];
-    if (FoldIntoRange(*FXRange, Index, IsValidPoint(Index), v, v, FXMinIdx, FXMaxIdx, [this] { GetNewXStartStop(); }))
-        Modified();
+    FoldSpan(true, Index, [](int, double V, double& Lo, double& Hi) { Lo = Hi = V; },
+             [this] { GetNewXStartStop(); });
 }
 
 void TVxSeries::CalcYValue(int Index)
 {
-    if (!FYData || Index < 0 || Index >= FYData->Count())
+    FoldSpan(false, Index, [](int, double V, double& Lo, double& Hi) { Lo = Hi = V; },
+             [this] { GetNewYStartStop(); });
+}
+
+void TVxSeries::FoldSpan(bool XSide, int Index, const TSpanFn& Span, const std::function<void()>& Rescan)
+{
+    const TVxCustomRealVector* data = XSide ? FXData : FYData;
+    if (!data || Index < 0 || Index >= data->Count())
         return;
-    const double v = FYData->Data()[Index];
-    if (FoldIntoRange(*FYRange, Index, IsValidPoint(Index), v, v, FYMinIdx, FYMaxIdx, [this] { GetNewYStartStop(); }))
+    double lo, hi;
+    Span(Index, data->Data()[Index], lo, hi);
+    if (FoldIntoRange(XSide ? *FXRange : *FYRange, Index, IsValidPoint(Index), lo, hi, XSide ? FXMinIdx : FYMinIdx,
+                      XSide ? FXMaxIdx : FYMaxIdx, Rescan))
         Modified();
+}
+
+void TVxSeries::ScanSpans(bool XSide, const TSpanFn& Span)
+{
+    const TVxCustomRealVector* data = XSide ? FXData : FYData;
+    const int n = std::min(FPointsCount, CountOf(data));
+    double mn = CVxMaxReal, mx = CVxMinReal;
+    int& minIdx = XSide ? FXMinIdx : FYMinIdx;
+    int& maxIdx = XSide ? FXMaxIdx : FYMaxIdx;
+    minIdx = maxIdx = -1;
+    for (int i = 0; i < n; ++i) {
+        if (!IsValidPoint(i))
+            continue;
+        double lo, hi;
+        Span(i, data->Data()[i], lo, hi);
+        if (lo < mn) {
+            mn = lo;
+            minIdx = i;
+        }
+        if (hi > mx) {
+            mx = hi;
+            maxIdx = i;
+        }
+    }
+    SetRangeIfChanged(XSide ? *FXRange : *FYRange, mn, mx);
 }
 
 void TVxSeries::CalculatePoint(int Index)
@@ -1379,30 +1391,15 @@ bool TVxDataWithErrorSeries::CanKeepPixels() const
            && Hears(FdYPlus, &TVxSeries::FOnYIChanged) && Hears(FdYMinus, &TVxSeries::FOnYIChanged);
 }
 
+void TVxDataWithErrorSeries::ErrorSpan(bool XSide, int Index, double V, double& Lo, double& Hi) const
+{
+    Lo = V - (XSide ? XMinus(Index) : YMinus(Index));
+    Hi = V + (XSide ? XPlus(Index) : YPlus(Index));
+}
+
 void TVxDataWithErrorSeries::ScanWithErrors(bool XSide)
 {
-    const TVxCustomRealVector* data = XSide ? FXData : FYData;
-    const double* v = data ? data->Data() : nullptr;
-    const int n = std::min(FPointsCount, CountOf(data));
-    double mn = CVxMaxReal, mx = CVxMinReal;
-    int& minIdx = XSide ? FXMinIdx : FYMinIdx;
-    int& maxIdx = XSide ? FXMaxIdx : FYMaxIdx;
-    minIdx = maxIdx = -1;
-    for (int i = 0; i < n; ++i) {
-        if (!IsValidPoint(i))
-            continue;
-        const double lo = v[i] - (XSide ? XMinus(i) : YMinus(i));
-        const double hi = v[i] + (XSide ? XPlus(i) : YPlus(i));
-        if (lo < mn) {
-            mn = lo;
-            minIdx = i;
-        }
-        if (hi > mx) {
-            mx = hi;
-            maxIdx = i;
-        }
-    }
-    SetRangeIfChanged(XSide ? *FXRange : *FYRange, mn, mx);
+    ScanSpans(XSide, [this, XSide](int i, double v, double& lo, double& hi) { ErrorSpan(XSide, i, v, lo, hi); });
 }
 
 void TVxDataWithErrorSeries::GetNewXStartStop()
@@ -1417,17 +1414,9 @@ void TVxDataWithErrorSeries::GetNewYStartStop()
 
 void TVxDataWithErrorSeries::FoldWithErrors(int Index, bool XSide)
 {
-    const TVxCustomRealVector* data = XSide ? FXData : FYData;
-    if (!data || Index < 0 || Index >= data->Count())
-        return;
-    const double v = data->Data()[Index];
-    const double lo = v - (XSide ? XMinus(Index) : YMinus(Index));
-    const double hi = v + (XSide ? XPlus(Index) : YPlus(Index));
-    const bool changed = FoldIntoRange(*(XSide ? FXRange : FYRange), Index, IsValidPoint(Index), lo, hi,
-                                   XSide ? FXMinIdx : FYMinIdx, XSide ? FXMaxIdx : FYMaxIdx,
-                                   [this, XSide] { ScanWithErrors(XSide); });
-    if (changed)
-        Modified();
+    FoldSpan(
+        XSide, Index, [this, XSide](int i, double v, double& lo, double& hi) { ErrorSpan(XSide, i, v, lo, hi); },
+        [this, XSide] { ScanWithErrors(XSide); });
 }
 
 void TVxDataWithErrorSeries::CalcXValue(int Index)

@@ -218,6 +218,9 @@ public:
     virtual void ReadFromIni(TVxIniList& List, const QString& Section);
 
 protected:
+    // The common bodies of SetXAxis/SetYAxis and SetXData/SetYData (XSide: the x one).
+    void SetAxis(bool XSide, TVxAxis* Axis);
+    void SetData(bool XSide, TVxCustomRealVector* Vector);
     // The common body of FOnXIChanged (XSide) and FOnYIChanged.
     void OnDataChanged(bool XSide, int Index, bool AllChanged);
     // Called after a data vector's change notice was handled (other series may depend on
@@ -283,6 +286,16 @@ protected:
     // invalid) calls Rescan instead. True when the range changed or was rescanned.
     static bool FoldIntoRange(TRange& Range, int Index, bool Valid, double Lo, double Hi, int& MinIdx,
                               int& MaxIdx, const std::function<void()>& Rescan);
+    // Lo and Hi of the span that point Index with value V adds to a range.
+    using TSpanFn = std::function<void(int Index, double V, double& Lo, double& Hi)>;
+    // FoldIntoRange for point Index of the x (XSide) or y data with its span; Modified
+    // when the range changed.
+    void FoldSpan(bool XSide, int Index, const TSpanFn& Span, const std::function<void()>& Rescan);
+    // Sets the x or y range to the spans of the valid points (below the point count),
+    // with the indexes of the extremes.
+    void ScanSpans(bool XSide, const TSpanFn& Span);
+    // The plain scan of GetNewXStartStop / GetNewYStartStop.
+    void ScanPlainRange(bool XSide);
     // Sets Range to (Start, Stop) unless it already is (the range announces every set).
     static bool SetRangeIfChanged(TRange& Range, double Start, double Stop);
     // |D| / Scale rounded to whole pixels (0 for a degenerate scale, clamped far out).
@@ -454,6 +467,7 @@ private:
     // Index holds an extreme.
     void FoldWithErrors(int Index, bool XSide);
     void ScanWithErrors(bool XSide);
+    void ErrorSpan(bool XSide, int Index, double V, double& Lo, double& Hi) const;
 
     QPointer<TVxCustomRealVector> FdXPlus;
     QPointer<TVxCustomRealVector> FdXMinus;
