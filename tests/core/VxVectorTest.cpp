@@ -17,11 +17,6 @@ using namespace vx;
 
 namespace {
 
-std::vector<double> ValuesOf(const TVxCustomRealVector& v)
-{
-    return v.ToArray();
-}
-
 // One received notice, with the vector's Count at the moment of the call.
 struct Notice {
     int Index;
@@ -90,7 +85,7 @@ TEST(VxRealVector, CapacityAndIncrementRules)
     EXPECT_EQ(v.Capacity(), 50);
     v.SetCapacity(6); // shrinks down to Count + 1
     EXPECT_EQ(v.Capacity(), 6);
-    EXPECT_EQ(ValuesOf(v), (std::vector<double>{0, 1, 2, 3, 4}));
+    EXPECT_EQ(v.ToArray(), (std::vector<double>{0, 1, 2, 3, 4}));
 
     // Reaching the capacity grows it to N + Increment.
     v.SetValue(5, 5); // N = 6 >= 6
@@ -102,17 +97,17 @@ TEST(VxRealVector, WritingBeyondCountExtendsAndGapKeepsStorage)
 {
     TVxRealVector v;
     v.SetValue(3, 7.5);
-    EXPECT_EQ(ValuesOf(v), (std::vector<double>{0, 0, 0, 7.5}));
+    EXPECT_EQ(v.ToArray(), (std::vector<double>{0, 0, 0, 7.5}));
 
     // After Clear the old values are still in the storage and reappear in a gap.
     v.Clear();
     EXPECT_EQ(v.Count(), 0);
     v.SetValue(2, 1.0);
-    EXPECT_EQ(ValuesOf(v), (std::vector<double>{0, 0, 1.0}));
+    EXPECT_EQ(v.ToArray(), (std::vector<double>{0, 0, 1.0}));
     v.Clear();
     v.Add(9);
     v.SetValue(3, 2);
-    EXPECT_EQ(ValuesOf(v), (std::vector<double>{9, 0, 1.0, 2}));
+    EXPECT_EQ(v.ToArray(), (std::vector<double>{9, 0, 1.0, 2}));
 
     // Growth past a shrunk capacity yields zeros, not stale values.
     TVxRealVector w;
@@ -121,7 +116,7 @@ TEST(VxRealVector, WritingBeyondCountExtendsAndGapKeepsStorage)
     w.Add(1);
     w.SetCapacity(2);
     w.SetValue(5, 3);
-    EXPECT_EQ(ValuesOf(w), (std::vector<double>{1, 0, 0, 0, 0, 3}));
+    EXPECT_EQ(w.ToArray(), (std::vector<double>{1, 0, 0, 0, 0, 3}));
 }
 
 TEST(VxRealVector, IndexErrors)
@@ -173,11 +168,10 @@ TEST(VxRealVector, AddDeleteInsert)
     for (const auto& r : rows) {
         SCOPED_TRACE(r.name);
         TVxRealVector v;
-        v.Add(1);
-        v.Add(2);
-        v.Add(3);
+        for (double x : {1, 2, 3})
+            v.Add(x);
         r.op(v);
-        EXPECT_EQ(ValuesOf(v), r.expected);
+        EXPECT_EQ(v.ToArray(), r.expected);
     }
 }
 
@@ -204,11 +198,10 @@ TEST(VxRealVector, ValuesPropertyFollowsPersistentValues)
 
     // Loading a form's list replaces the values in order.
     TVxRealVector loaded;
-    loaded.Add(7);
-    loaded.Add(8);
-    loaded.Add(9);
+    for (double x : {7, 8, 9})
+        loaded.Add(x);
     ASSERT_TRUE(loaded.setProperty("Values", QVariant::fromValue(QList<double>{4, 5})));
-    EXPECT_EQ(ValuesOf(loaded), (std::vector<double>{4, 5}));
+    EXPECT_EQ(loaded.ToArray(), (std::vector<double>{4, 5}));
 }
 
 // ---------------------------------------------------------------- live notices
@@ -248,7 +241,7 @@ TEST(VxLiveVector, DeleteAtCountAndOnEmptyVector)
     v.Add(2);
     l.Received.clear();
     v.Delete(2);
-    EXPECT_EQ(ValuesOf(v), std::vector<double>{1});
+    EXPECT_EQ(v.ToArray(), std::vector<double>{1});
     EXPECT_EQ(l.Received, (std::vector<Notice>{{2, true, 2}}));
     v.Delete(3); // beyond Count: ignored
     EXPECT_EQ(v.Count(), 1);
@@ -377,7 +370,7 @@ TEST(VxDBVector, MirrorsColumnUpToFirstEmptyValue)
     v.SetDataSource(m.get());
     EXPECT_EQ(v.Count(), 0); // no field yet: not bound
     v.SetDataField(QStringLiteral("y")); // header match ignores case
-    EXPECT_EQ(ValuesOf(v), (std::vector<double>{1, 2.5, 3, 4}));
+    EXPECT_EQ(v.ToArray(), (std::vector<double>{1, 2.5, 3, 4}));
 
     v.SetDataField(QStringLiteral("Missing")); // unbound: values stay
     EXPECT_EQ(v.Count(), 4);
@@ -393,14 +386,14 @@ TEST(VxDBVector, FollowsEditsInsertsAndRemovals)
     v.IChangedList().Add(&l, &Listener::VectorChanged);
 
     m->setData(m->index(1, 1), QStringLiteral("20")); // edit inside
-    EXPECT_EQ(ValuesOf(v), (std::vector<double>{1, 20, 3}));
+    EXPECT_EQ(v.ToArray(), (std::vector<double>{1, 20, 3}));
     m->setData(m->index(1, 0), QStringLiteral("99")); // other column: no notice
     m->appendRow({new QStandardItem("3"), new QStandardItem("4")}); // appended after the end
-    EXPECT_EQ(ValuesOf(v), (std::vector<double>{1, 20, 3, 4}));
+    EXPECT_EQ(v.ToArray(), (std::vector<double>{1, 20, 3, 4}));
     m->removeRow(0); // dropped before the row goes
-    EXPECT_EQ(ValuesOf(v), (std::vector<double>{20, 3, 4}));
+    EXPECT_EQ(v.ToArray(), (std::vector<double>{20, 3, 4}));
     m->insertRow(1, {new QStandardItem("x"), new QStandardItem("7")}); // inside: reload
-    EXPECT_EQ(ValuesOf(v), (std::vector<double>{20, 7, 3, 4}));
+    EXPECT_EQ(v.ToArray(), (std::vector<double>{20, 7, 3, 4}));
     const std::vector<Notice> expected = {
         {1, false, 3}, {3, false, 4}, {0, true, 4}, {-1, true, 4},
     };
@@ -408,15 +401,15 @@ TEST(VxDBVector, FollowsEditsInsertsAndRemovals)
 
     // Emptying a value cuts the vector; filling it in again lets the rest join.
     m->setData(m->index(2, 1), QString());
-    EXPECT_EQ(ValuesOf(v), (std::vector<double>{20, 7}));
+    EXPECT_EQ(v.ToArray(), (std::vector<double>{20, 7}));
     m->setData(m->index(2, 1), QStringLiteral("abc")); // not a number: still the end
     EXPECT_EQ(v.Count(), 2);
     m->setData(m->index(2, 1), QStringLiteral("5"));
-    EXPECT_EQ(ValuesOf(v), (std::vector<double>{20, 7, 5, 4}));
+    EXPECT_EQ(v.ToArray(), (std::vector<double>{20, 7, 5, 4}));
     // Removing the empty row that ended the vector lets the rows after it join.
     m->setData(m->index(2, 1), QString());
     m->removeRow(2);
-    EXPECT_EQ(ValuesOf(v), (std::vector<double>{20, 7, 4}));
+    EXPECT_EQ(v.ToArray(), (std::vector<double>{20, 7, 4}));
 }
 
 TEST(VxDBVector, LoadingDefersTheReloadToLoaded)
@@ -429,7 +422,7 @@ TEST(VxDBVector, LoadingDefersTheReloadToLoaded)
     v->SetDataField(QStringLiteral("Y"));
     EXPECT_EQ(v->Count(), 0);
     EndLoading(&form);
-    EXPECT_EQ(ValuesOf(*v), (std::vector<double>{1, 2}));
+    EXPECT_EQ(v->ToArray(), (std::vector<double>{1, 2}));
 }
 
 TEST(VxDBVector, LetsGoOfADestroyedModel)
@@ -440,7 +433,7 @@ TEST(VxDBVector, LetsGoOfADestroyedModel)
     v.SetDataSource(m.get());
     m.reset();
     EXPECT_EQ(v.DataSource(), nullptr);
-    EXPECT_EQ(ValuesOf(v), (std::vector<double>{1, 2}));
+    EXPECT_EQ(v.ToArray(), (std::vector<double>{1, 2}));
     v.UpdateVector(); // unbound: nothing happens
     EXPECT_EQ(v.Count(), 2);
 }
