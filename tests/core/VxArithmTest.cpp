@@ -8,17 +8,6 @@
 
 using namespace vx;
 
-namespace {
-
-struct RoundRow {
-    const char* name;
-    double x, step;
-    int n;
-    double expected;
-};
-
-} // namespace
-
 TEST(VxArithm, GetExponentReadsTheFifteenDigitTextForm)
 {
     const struct {
@@ -48,43 +37,37 @@ TEST(VxArithm, ExpMinusShiftsDecimallyWithoutBinaryError)
     EXPECT_EQ(ExpMinus(inf, 1), inf);
 }
 
-TEST(VxArithm, RoundUpIsACeilingWithTolerances)
+TEST(VxArithm, RoundUpAndDownSnapToMultiplesWithTolerances)
 {
-    const RoundRow rows[] = {
-        {"binary noise stays on the multiple", 0.30000000000000004, 0.1, 0, 0.3},
-        {"just above a multiple", 0.31, 0.1, 0, 0.4},
-        {"scaled by 10^N", 1234.0, 5.0, 2, 1500.0},
-        {"within 0.1% of step", 2.0005, 1.0, 0, 2.0},
-        {"beyond 0.1% of step", 2.002, 1.0, 0, 3.0},
-        {"exact multiple", 0.7, 0.1, 0, 0.7},
-        {"negative truncates upward", -1.5, 1.0, 0, -1.0},
-        {"negative exact multiple kept", -2.0, 1.0, 0, -2.0},
-        {"negative inward tolerance", -2.0000000001, 1.0, 0, -2.0},
-        {"zero", 0.0, 0.5, 0, 0.0},
-        {"small decade lands on a printed value", 0.0123, 1.0, -3, 0.013},
-        {"step of two", 12.5, 2.0, 0, 14.0},
+    const struct {
+        const char* name;
+        double x, step;
+        int n;
+        double up, down;
+    } rows[] = {
+        {"binary noise stays on the multiple", 0.30000000000000004, 0.1, 0, 0.3, 0.3},
+        {"just above a multiple", 0.31, 0.1, 0, 0.4, 0.3},
+        {"scaled by 10^N", 1234.0, 5.0, 2, 1500.0, 1000.0},
+        // Outward moves forgive 0.1% of the step, inward ones only 1E-9.
+        {"within 0.1% of step", 2.0005, 1.0, 0, 2.0, 2.0},
+        {"beyond 0.1% of step", 2.002, 1.0, 0, 3.0, 2.0},
+        {"beyond the inward tolerance", 2.9995, 1.0, 0, 3.0, 2.0},
+        {"within 1E-9 of the multiple", 2.9999999999, 1.0, 0, 3.0, 3.0},
+        {"1E-7 short of the multiple", 2.9999999, 1.0, 0, 3.0, 2.0},
+        {"exact multiple", 0.7, 0.1, 0, 0.7, 0.7},
+        {"negative truncates toward the ends", -1.5, 1.0, 0, -1.0, -2.0},
+        {"negative exact multiple kept", -2.0, 1.0, 0, -2.0, -2.0},
+        {"negative inward tolerance", -2.0000000001, 1.0, 0, -2.0, -2.0},
+        {"negative within 0.1% of step", -2.0005, 1.0, 0, -2.0, -2.0},
+        {"negative beyond 0.1% of step", -2.002, 1.0, 0, -2.0, -3.0},
+        {"zero", 0.0, 0.5, 3, 0.0, 0.0},
+        {"small decade lands on a printed value", 0.0123, 1.0, -3, 0.013, 0.012},
+        {"step of two", 12.5, 2.0, 0, 14.0, 12.0},
     };
-    for (const RoundRow& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        EXPECT_EQ(RoundUp(row.x, row.step, row.n), row.expected);
-    }
-}
-
-TEST(VxArithm, RoundDownIsTheMirrorImage)
-{
-    const RoundRow rows[] = {
-        {"scaled by 10^N", 1234.0, 5.0, 2, 1000.0},
-        {"beyond the inward tolerance", 2.9995, 1.0, 0, 2.0},
-        {"within 1E-9 of the multiple", 2.9999999999, 1.0, 0, 3.0},
-        {"negative within 0.1% of step", -2.0005, 1.0, 0, -2.0},
-        {"negative beyond 0.1% of step", -2.002, 1.0, 0, -3.0},
-        {"zero", 0.0, 0.25, 3, 0.0},
-        {"tenths", 0.39, 0.1, 0, 0.3},
-        {"small decade", 0.0127, 1.0, -3, 0.012},
-    };
-    for (const RoundRow& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(RoundDown(row.x, row.step, row.n), row.expected);
+        EXPECT_EQ(RoundUp(row.x, row.step, row.n), row.up);
+        EXPECT_EQ(RoundDown(row.x, row.step, row.n), row.down);
     }
 }
 
@@ -124,14 +107,11 @@ TEST(VxArithm, LogRoundingSnapsToNiceMantissas)
 
 TEST(VxArithm, PowersOfTenAndTheirOverflow)
 {
-    EXPECT_EQ(Exp10(0.0), 1.0);
-    EXPECT_EQ(Exp10(2.0), 100.0);
-    EXPECT_EQ(Exp10(400.0), CVxMaxReal);
-    EXPECT_EQ(Exp10(-400.0), 0.0);
-    EXPECT_EQ(IntExp10(3), 1000.0);
-    EXPECT_EQ(IntExp10(-2), 0.01);
-    EXPECT_EQ(IntExp10(400), CVxMaxReal);
-    EXPECT_EQ(IntExp10(-400), 0.0);
+    for (auto [n, expected] : {std::pair{0, 1.0}, {2, 100.0}, {-2, 0.01}, {400, CVxMaxReal}, {-400, 0.0}}) {
+        SCOPED_TRACE(n);
+        EXPECT_EQ(Exp10(n), expected);
+        EXPECT_EQ(IntExp10(n), expected);
+    }
 }
 
 TEST(VxArithm, LastSignificantCountsMantissaDigits)
@@ -161,11 +141,7 @@ TEST(VxArithm, EvaluatePolynomialByHorner)
 
 TEST(VxArithm, SmallHelpers)
 {
-    const QRect r = OrderedRect(5, 7, 1, 2);
-    EXPECT_EQ(r.left(), 1);
-    EXPECT_EQ(r.top(), 2);
-    EXPECT_EQ(r.right(), 5);
-    EXPECT_EQ(r.bottom(), 7);
+    EXPECT_EQ(OrderedRect(5, 7, 1, 2), QRect(QPoint(1, 2), QPoint(5, 7)));
 
     TVxRealArray dest = {9.0, 9.0, 9.0};
     AssignRealArrays({1.0, 2.0}, dest);
@@ -178,6 +154,5 @@ TEST(VxArithm, SmallHelpers)
     SwapReal(x, y);
     int i = 3, j = 4;
     SwapInteger(i, j);
-    EXPECT_EQ(x, 2.0);
-    EXPECT_EQ(i, 4);
+    EXPECT_TRUE(x == 2.0 && y == 1.0 && i == 4 && j == 3);
 }

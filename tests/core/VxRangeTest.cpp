@@ -21,6 +21,11 @@ struct ChangeCounter {
     }
 };
 
+std::pair<double, double> Ends(const TRange& r)
+{
+    return {r.Start(), r.Stop()};
+}
+
 class DerivedRange : public TRange {};
 class Unrelated {
 public:
@@ -34,15 +39,11 @@ TEST(VxRange, FreshRangeIsEmptyAndTheFirstValueSetsBothEnds)
     TRange range;
     ChangeCounter changes;
     changes.Attach(range);
-    EXPECT_EQ(range.Start(), CVxMaxReal);
-    EXPECT_EQ(range.Stop(), CVxMinReal);
-
+    EXPECT_EQ(Ends(range), std::make_pair(CVxMaxReal, CVxMinReal));
     EXPECT_EQ(range.IfRangeChanged(5.0), rgBothChanged);
-    EXPECT_EQ(range.Start(), 5.0);
-    EXPECT_EQ(range.Stop(), 5.0);
+    EXPECT_EQ(Ends(range), std::make_pair(5.0, 5.0));
     EXPECT_EQ(changes.count, 1);
     EXPECT_EQ(changes.last, &range);
-
     EXPECT_EQ(range.IfRangeChanged(5.0), rgNotChanged);
     EXPECT_EQ(changes.count, 1);
 }
@@ -68,8 +69,7 @@ TEST(VxRange, WideningReportsTheEndThatMoved)
         ChangeCounter changes;
         changes.Attach(range);
         EXPECT_EQ(range.IfRangeChanged(row.value), row.result);
-        EXPECT_EQ(range.Start(), row.start);
-        EXPECT_EQ(range.Stop(), row.stop);
+        EXPECT_EQ(Ends(range), std::make_pair(row.start, row.stop));
         EXPECT_EQ(changes.count, row.result == rgNotChanged ? 0 : 1);
     }
 }
@@ -84,8 +84,7 @@ TEST(VxRange, SettersAlwaysNotifyAndResetNeverDoes)
     range.SetStop(-1.0); // no ordering check
     range.SetStartStop(3.0, -1.0);
     EXPECT_EQ(changes.count, 4);
-    EXPECT_EQ(range.Start(), 3.0);
-    EXPECT_EQ(range.Stop(), -1.0);
+    EXPECT_EQ(Ends(range), std::make_pair(3.0, -1.0));
     range.Reset();
     EXPECT_EQ(changes.count, 4);
     EXPECT_EQ(range.Start(), CVxMaxReal);
@@ -102,8 +101,7 @@ TEST(VxRange, AssignCopiesEndsNotTheEvent)
     ChangeCounter targetChanges;
     targetChanges.Attach(target);
     target.Assign(source);
-    EXPECT_EQ(target.Start(), -2.0);
-    EXPECT_EQ(target.Stop(), 8.0);
+    EXPECT_EQ(Ends(target), std::make_pair(-2.0, 8.0));
     EXPECT_EQ(targetChanges.count, 1);
     EXPECT_EQ(targetChanges.last, &target);
     EXPECT_EQ(sourceChanges.count, 1);
@@ -130,8 +128,7 @@ TEST(VxRange, AssignFromAForeignSourceRaisesAndKeepsTheRange)
     EXPECT_THROW(range.Assign(static_cast<const TRange*>(nullptr)), EConvertError);
     const int plain = 3;
     EXPECT_THROW(range.Assign(&plain), EConvertError);
-    EXPECT_EQ(range.Start(), 1.0);
-    EXPECT_EQ(range.Stop(), 2.0);
+    EXPECT_EQ(Ends(range), std::make_pair(1.0, 2.0));
     EXPECT_EQ(changes.count, 0);
 }
 
@@ -139,10 +136,8 @@ TEST(VxRangeList, HoldsEachRangeOnceAndReAddingMovesItToTheEnd)
 {
     TRange a, b, c;
     TRangeList list;
-    list.Add(&a);
-    list.Add(&b);
-    list.Add(&c);
-    list.Add(&a);
+    for (TRange* r : {&a, &b, &c, &a})
+        list.Add(r);
     ASSERT_EQ(list.Count(), 3);
     EXPECT_EQ(list.Items(0), &b);
     EXPECT_EQ(list[2], &a);
@@ -155,10 +150,5 @@ TEST(VxRangeList, HoldsEachRangeOnceAndReAddingMovesItToTheEnd)
     EXPECT_THROW(list.Items(2), EListError);
     EXPECT_THROW(list.Items(-1), EListError);
 
-    int visited = 0;
-    for (TRange* range : list) {
-        EXPECT_NE(range, nullptr);
-        ++visited;
-    }
-    EXPECT_EQ(visited, 2);
+    EXPECT_EQ(std::vector<TRange*>(list.begin(), list.end()), (std::vector<TRange*>{&b, &a}));
 }

@@ -121,42 +121,29 @@ TEST(VxStrings, ErasingUpToNumbers)
     EXPECT_EQ(s, Q("e 5"));
 }
 
-TEST(VxStrings, ExtractOneRealWalksThroughAList)
+TEST(VxStrings, ExtractOneNumberCutsTheTextToTheNextNumber)
 {
-    QString s = Q("1.5;2.25");
-    EXPECT_EQ(ExtractOneReal(s), 1.5);
-    EXPECT_EQ(s, Q("2.25"));
-    EXPECT_EQ(ExtractOneReal(s), 2.25);
-    EXPECT_EQ(s, Q(""));
-
-    s = Q("X: -3.5E2 ;; Y=0.125 end");
-    EXPECT_EQ(ExtractOneReal(s), -350.0);
-    EXPECT_EQ(s, Q("0.125 end"));
-    EXPECT_EQ(ExtractOneReal(s), 0.125);
-    EXPECT_EQ(s, Q("end")); // 'e' is a number character
-
-    s = Q("42");
-    EXPECT_EQ(ExtractOneReal(s), 42.0);
-    EXPECT_TRUE(s.isEmpty());
-}
-
-TEST(VxStrings, ExtractOneIntKeepsAWholeNumberText)
-{
-    QString s = Q("42");
-    EXPECT_EQ(ExtractOneInt(s), 42);
-    EXPECT_EQ(s, Q("42"));
-
-    s = Q("12;34");
-    EXPECT_EQ(ExtractOneInt(s), 12);
-    EXPECT_EQ(s, Q("34"));
-
-    s = Q("12 ; 34");
-    EXPECT_EQ(ExtractOneInt(s), 12);
-    EXPECT_EQ(s, Q("; 34")); // no second skip to the next number
-
-    s = Q("1.5");
-    EXPECT_EQ(ExtractOneInt(s), 1);
-    EXPECT_EQ(s, Q("5"));
+    const struct {
+        const char* text;
+        bool real;
+        double value;
+        const char* rest;
+    } rows[] = {
+        {"1.5;2.25", true, 1.5, "2.25"},
+        {"2.25", true, 2.25, ""},
+        {"X: -3.5E2 ;; Y=0.125 end", true, -350.0, "0.125 end"},
+        {"0.125 end", true, 0.125, "end"}, // 'e' is a number character
+        {"42", false, 42, "42"},           // a whole integer text is kept
+        {"12;34", false, 12, "34"},
+        {"12 ; 34", false, 12, "; 34"}, // no second skip to the next number
+        {"1.5", false, 1, "5"},
+    };
+    for (const auto& r : rows) {
+        SCOPED_TRACE(r.text);
+        QString s = Q(r.text);
+        EXPECT_EQ(r.real ? ExtractOneReal(s) : ExtractOneInt(s), r.value);
+        EXPECT_EQ(s, Q(r.rest));
+    }
 }
 
 TEST(VxStrings, ExtractionFailuresRaiseTheConversionError)
