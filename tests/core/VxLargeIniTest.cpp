@@ -12,6 +12,7 @@
 #include <QTemporaryDir>
 #include <QWidget>
 #include <gtest/gtest.h>
+#include "support/ExpectThrowMessage.h"
 
 #include <functional>
 #include <memory>
@@ -114,17 +115,12 @@ TEST(VxIniList, ReadStringMatching)
 TEST(VxIniList, HeadOnLastLineIsAListIndexError)
 {
     TVxIniList list = ListOf({"[A]", "a=1", "", "[Tail]"});
-    EXPECT_THROW(list.ReadString("Tail", "a", ""), EListError);
+    VX_EXPECT_THROW_MSG(list.ReadString("Tail", "a", ""), EListError, EListError::IndexOutOfBounds(4).Message());
     EXPECT_THROW(list.WriteString("Tail", "a", "1"), EListError);
     EXPECT_THROW(list.ReadBool("Tail", "a", true), EListError);
     EXPECT_THROW(list.ReadFont("Tail", "F", *std::make_unique<TFont>()), EListError);
     EXPECT_EQ(list.ReadInteger("Tail", "a", 42), 42);
     EXPECT_EQ(list.ReadReal("Tail", "a", 2.5), 2.5);
-    try {
-        list.ReadString("Tail", "a", "");
-    } catch (const EListError& e) {
-        EXPECT_EQ(e.Message(), EListError::IndexOutOfBounds(4).Message());
-    }
 }
 
 TEST(VxIniList, SectionQueriesAndErase)

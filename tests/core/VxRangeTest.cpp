@@ -3,6 +3,7 @@
 #include "vx/platform/VxExceptions.h"
 
 #include <gtest/gtest.h>
+#include "support/ExpectThrowMessage.h"
 
 using namespace vx;
 
@@ -119,12 +120,7 @@ TEST(VxRange, AssignFromAForeignSourceRaisesAndKeepsTheRange)
     ChangeCounter changes;
     changes.Attach(range);
     Unrelated foreign;
-    try {
-        range.Assign(&foreign);
-        ADD_FAILURE() << "no exception";
-    } catch (EConvertError& e) {
-        EXPECT_EQ(e.Message(), QStringLiteral("Cannot be assigned to TRange"));
-    }
+    VX_EXPECT_THROW_MSG(range.Assign(&foreign), EConvertError, QStringLiteral("Cannot be assigned to TRange"));
     EXPECT_THROW(range.Assign(static_cast<const TRange*>(nullptr)), EConvertError);
     const int plain = 3;
     EXPECT_THROW(range.Assign(&plain), EConvertError);

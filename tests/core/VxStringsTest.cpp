@@ -3,6 +3,7 @@
 #include "vx/platform/VxFloatText.h"
 
 #include <gtest/gtest.h>
+#include "support/ExpectThrowMessage.h"
 #include "support/QStringPrintTo.h"
 
 #include <cmath>
@@ -152,12 +153,7 @@ TEST(VxStrings, ExtractionFailuresRaiseTheConversionError)
     for (const char* text : bad) {
         SCOPED_TRACE(text);
         QString real = Q(text);
-        try {
-            ExtractOneReal(real);
-            ADD_FAILURE() << "no exception";
-        } catch (EConvertError& e) {
-            EXPECT_EQ(e.Message(), Q("Error during integer extraction"));
-        }
+        VX_EXPECT_THROW_MSG(ExtractOneReal(real), EConvertError, Q("Error during integer extraction"));
         QString integer = Q(text);
         EXPECT_THROW(ExtractOneInt(integer), EConvertError);
     }

@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QStringList>
 #include <gtest/gtest.h>
+#include "support/ExpectThrowMessage.h"
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -364,12 +365,7 @@ TEST(VxAxisMap, LinearTickPositions)
 TEST(VxAxisMap, UnknownScalingRaises)
 {
     const TVxAxisMap m(Range(0, 1), TVxAxScaling(7), 100, false, false);
-    try {
-        m.RealToIntPosition(1);
-        FAIL() << "no exception";
-    } catch (const EConvertError& e) {
-        EXPECT_EQ(e.Message(), QStringLiteral("Axis scaling not supportet"));
-    }
+    VX_EXPECT_THROW_MSG(m.RealToIntPosition(1), EConvertError, QStringLiteral("Axis scaling not supportet"));
     EXPECT_THROW(m.IntToRealPosition(1), EConvertError);
     EXPECT_EQ(CalculateAxisTicks(Range(0, 1), Options(TVxAxScaling(7))).Size(), 0);
 }

@@ -16,6 +16,7 @@
 #include <QTemporaryDir>
 #include <QWindow>
 #include <gtest/gtest.h>
+#include "support/ExpectThrowMessage.h"
 #include <memory>
 
 using namespace vx;
@@ -140,12 +141,7 @@ TEST(VxGraph2D, ExistingAxesAreReused)
 TEST(VxGraph2D, DrawingWorldNeedsGraphOwner)
 {
     QWidget plain;
-    try {
-        TVxDrawingWorld world(&plain);
-        FAIL() << "no exception";
-    } catch (const Exception& e) {
-        EXPECT_EQ(e.Message(), "Component must be owned by TVx2DGraph");
-    }
+    VX_EXPECT_THROW_MSG(TVxDrawingWorld world(&plain), Exception, "Component must be owned by TVx2DGraph");
 }
 
 TEST(VxGraph2D, UpdateBatchingRepaintsOnce)

@@ -2,6 +2,7 @@
 #include "vx/platform/VxFloatText.h"
 
 #include <gtest/gtest.h>
+#include "support/ExpectThrowMessage.h"
 #include "support/QStringPrintTo.h"
 
 #include <climits>
@@ -202,12 +203,8 @@ TEST(VxFloatText, StrictConversionsRaiseThePlatformMessages)
     EXPECT_EQ(StrToFloat(QStringLiteral("-2E3")), -2000.0);
     for (const char* bad : {"", "1.5x", "1e999", " ", "1 .5"}) {
         SCOPED_TRACE(bad);
-        try {
-            StrToFloat(QString::fromLatin1(bad));
-            ADD_FAILURE() << "no exception";
-        } catch (EConvertError& e) {
-            EXPECT_EQ(e.Message(), QStringLiteral("'%1' is not a valid floating point value").arg(QLatin1String(bad)));
-        }
+        VX_EXPECT_THROW_MSG(StrToFloat(QString::fromLatin1(bad)), EConvertError,
+                            QStringLiteral("'%1' is not a valid floating point value").arg(QLatin1String(bad)));
     }
     double value = 7.0;
     EXPECT_FALSE(TryStrToFloat(QStringLiteral("x"), value));
@@ -216,12 +213,7 @@ TEST(VxFloatText, StrictConversionsRaiseThePlatformMessages)
     EXPECT_EQ(value, 0.25);
 
     EXPECT_EQ(StrToInt(QStringLiteral(" 12")), 12);
-    try {
-        StrToInt(QStringLiteral("12x"));
-        ADD_FAILURE() << "no exception";
-    } catch (EConvertError& e) {
-        EXPECT_EQ(e.Message(), QStringLiteral("'12x' is not a valid integer value"));
-    }
+    VX_EXPECT_THROW_MSG(StrToInt(QStringLiteral("12x")), EConvertError, QStringLiteral("'12x' is not a valid integer value"));
     int n = 5;
     EXPECT_FALSE(TryStrToInt(QStringLiteral("9999999999"), n));
     EXPECT_EQ(n, 5);
