@@ -204,6 +204,10 @@ TEST(VxBarSeries, BlocksWidenTheClassRangeAndUseShades)
     const TColor light = RGB(10 * 13, 15 * 13, (25 * 13) & 0xFF);
     EXPECT_GT(CountColor(img, light), 0);
     EXPECT_GT(CountColor(img, RGB(10 * 6, 15 * 6, 25 * 6)), 0);
+    // The depth beyond a class reaching the largest real keeps the range finite.
+    s->XData()->SetValue(2, 1.7e308);
+    f.Render();
+    EXPECT_EQ(s->XRange()->Stop(), 1.7e308);
 }
 
 TEST(VxBarSeries, SettingsRoundTrip)

@@ -305,8 +305,9 @@ TEST(VxDataSeries, ErrorBarsWidenTheRangeWhileSymbolsShow)
 {
     SeriesForm f;
     auto* s = new TVxDataWithErrorSeries(f.Form.get());
+    auto* y = f.Vector({10, 20, 30});
     s->SetXData(f.Vector({1, 2, 3}));
-    s->SetYData(f.Vector({10, 20, 30}));
+    s->SetYData(y);
     auto* dyp = f.Vector({1, -5});       // shorter than the data; sign ignored
     auto* dym = f.Vector({NaN, 2, 1});   // a non-finite error counts as 0
     s->SetdYPlus(dyp);
@@ -324,6 +325,12 @@ TEST(VxDataSeries, ErrorBarsWidenTheRangeWhileSymbolsShow)
     EXPECT_EQ(s->YRange()->Start(), 6);
     EXPECT_EQ(s->YRange()->Stop(), 55);
     dyp->SetValue(0, 1);
+    // A value plus its error beyond the largest real keeps the range finite.
+    dyp->SetValue(1, 1e308);
+    y->SetValue(1, 1e308);
+    EXPECT_EQ(s->YRange()->Stop(), CVxMaxReal);
+    y->SetValue(1, 20);
+    dyp->SetValue(1, -5);
     s->PointStyle().SetVisible(false);
     s->GetNewYStartStop();
     EXPECT_EQ(s->YRange()->Start(), 10);

@@ -229,7 +229,7 @@ void TVxBarSeries::ScanClassRange()
         const double w = std::fabs(edges->Data()[n - 1] - edges->Data()[n - 2]);
         const double share = (1.0 - FBarsGapPercent / 100.0) * FDepthPercent / (FBarHorizontal ? 400.0 : 240.0);
         if (std::isfinite(w) && share > 0.0)
-            mx += w * share;
+            mx = LimitReal(mx + w * share);
     }
     if (range.Start() != mn || range.Stop() != mx)
         range.SetStartStop(mn, mx);

@@ -530,7 +530,7 @@ void TVxSeries::FoldSpan(bool XSide, int Index, const TSpanFn& Span, const std::
         return;
     double lo, hi;
     Span(Index, data->Data()[Index], lo, hi);
-    if (FoldIntoRange(XSide ? *FXRange : *FYRange, Index, IsValidPoint(Index), lo, hi, XSide ? FXMinIdx : FYMinIdx,
+    if (FoldIntoRange(XSide ? *FXRange : *FYRange, Index, IsValidPoint(Index), LimitReal(lo), LimitReal(hi), XSide ? FXMinIdx : FYMinIdx,
                       XSide ? FXMaxIdx : FYMaxIdx, Rescan))
         Modified();
 }
@@ -548,6 +548,8 @@ void TVxSeries::ScanSpans(bool XSide, const TSpanFn& Span)
             continue;
         double lo, hi;
         Span(i, data->Data()[i], lo, hi);
+        lo = LimitReal(lo);
+        hi = LimitReal(hi);
         if (lo < mn) {
             mn = lo;
             minIdx = i;

@@ -286,6 +286,9 @@ protected:
     // invalid) calls Rescan instead. True when the range changed or was rescanned.
     static bool FoldIntoRange(TRange& Range, int Index, bool Valid, double Lo, double Hi, int& MinIdx,
                               int& MaxIdx, const std::function<void()>& Rescan);
+    // V limited to the largest real magnitude, so that sums of huge values (a value plus
+    // its error, stacked bars) keep the ranges finite.
+    static double LimitReal(double V) { return V > CVxMaxReal ? CVxMaxReal : (V < CVxMinReal ? CVxMinReal : V); }
     // Lo and Hi of the span that point Index with value V adds to a range.
     using TSpanFn = std::function<void(int Index, double V, double& Lo, double& Hi)>;
     // FoldIntoRange for point Index of the x (XSide) or y data with its span; Modified
