@@ -1,10 +1,12 @@
-// Series drawing costs, offscreen into a 1000 x 600 image:
-//  - first render of a line series (bind the data, autoscale, render) and a re-render of
-//    unchanged data, 10^3 .. 10^7 points;
-//  - the same for a scatter of hollow circles (radius 3, no line), 10^4 .. 10^6 points;
-//  - live append: 10^5 points in batches of 100 into live vectors, a render after each
-//    batch (items_per_second = appended points per second);
-//  - heap bytes per point of a line series with its vectors.
+// Series drawing costs, offscreen into a 1000 x 600 image (points = argument):
+//  - BM_LineFirstRender: bind the data to a new line series, autoscale, render;
+//    BM_LineReRender: render again with the data unchanged; 10^3 .. 10^7 points;
+//  - BM_HollowCirclesFirstRender / BM_HollowCirclesReRender: the same for a data series
+//    drawn as hollow circles of radius 3 without a line, 10^4 .. 10^6 points;
+//  - BM_LiveAppend: 10^5 points appended to live vectors in batches of 100, a render after
+//    each batch; counters points_per_second and seconds_per_frame (mean over the batches);
+//  - BM_LineMemoryPerPoint: heap bytes per point (counter bytes_per_point) of a rendered
+//    line series with its two vectors.
 #include "vx/core/VxVector.h"
 #include "vx/graph/VxGraph2D.h"
 #include "vx/series/VxDataSeries.h"
@@ -118,8 +120,8 @@ void ReRender(benchmark::State& State, bool Scatter)
 
 void BM_LineFirstRender(benchmark::State& State) { FirstRender(State, false); }
 void BM_LineReRender(benchmark::State& State) { ReRender(State, false); }
-void BM_ScatterFirstRender(benchmark::State& State) { FirstRender(State, true); }
-void BM_ScatterReRender(benchmark::State& State) { ReRender(State, true); }
+void BM_HollowCirclesFirstRender(benchmark::State& State) { FirstRender(State, true); }
+void BM_HollowCirclesReRender(benchmark::State& State) { ReRender(State, true); }
 
 void BM_LiveAppend(benchmark::State& State)
 {
@@ -143,7 +145,10 @@ void BM_LiveAppend(benchmark::State& State)
         scene.Form.reset();
         State.ResumeTiming();
     }
-    State.SetItemsProcessed(State.iterations() * kPoints);
+    const double points = double(State.iterations()) * kPoints;
+    State.counters["points_per_second"] = benchmark::Counter(points, benchmark::Counter::kIsRate);
+    State.counters["seconds_per_frame"] =
+        benchmark::Counter(points / kBatch, benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 
 // Heap in use, including the large blocks malloc maps directly.
@@ -153,7 +158,7 @@ size_t HeapInUse()
     return m.uordblks + m.hblkhd;
 }
 
-void BM_MemoryPerPoint(benchmark::State& State)
+void BM_LineMemoryPerPoint(benchmark::State& State)
 {
     const int n = int(State.range(0));
     double perPoint = 0;
@@ -177,14 +182,24 @@ void BM_MemoryPerPoint(benchmark::State& State)
     State.counters["bytes_per_point"] = perPoint;
 }
 
+// 10^3 .. 10^7 points for lines, 10^4 .. 10^6 for circles, timed in milliseconds.
+void LineSizes(benchmark::internal::Benchmark* B)
+{
+    B->ArgName("points")->RangeMultiplier(10)->Range(1000, 10000000)->Unit(benchmark::kMillisecond);
+}
+void CircleSizes(benchmark::internal::Benchmark* B)
+{
+    B->ArgName("points")->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond);
+}
+
 } // namespace
 
-BENCHMARK(BM_LineFirstRender)->RangeMultiplier(10)->Range(1000, 10000000)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_LineReRender)->RangeMultiplier(10)->Range(1000, 10000000)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_ScatterFirstRender)->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_ScatterReRender)->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_LineFirstRender)->Apply(LineSizes);
+BENCHMARK(BM_LineReRender)->Apply(LineSizes);
+BENCHMARK(BM_HollowCirclesFirstRender)->Apply(CircleSizes);
+BENCHMARK(BM_HollowCirclesReRender)->Apply(CircleSizes);
 BENCHMARK(BM_LiveAppend)->Unit(benchmark::kMillisecond)->Iterations(3);
-BENCHMARK(BM_MemoryPerPoint)->Arg(1000000)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_LineMemoryPerPoint)->ArgName("points")->Arg(1000000)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv)
 {
