@@ -131,6 +131,18 @@ TEST(VxDataSeries, TwoSeriesOnOneLiveVectorBothStayCurrent)
     EXPECT_EQ(b->Points().Value(1).x(), px);
 }
 
+TEST(VxDataSeries, LeavingASharedVectorKeepsTheLaterSubscriber)
+{
+    SeriesForm f;
+    auto* x = f.Vector({0, 10});
+    auto* a = MakeSeries(f, x, f.Vector({0, 1}));
+    auto* b = MakeSeries(f, x, f.Vector({0, 1})); // takes over the shared slot
+    f.Render();
+    delete a;
+    x->SetValue(1, 20);
+    EXPECT_EQ(b->XRange()->Stop(), 20);
+}
+
 TEST(VxDataSeries, NonFiniteValuesAreSkippedAndBreakTheLine)
 {
     SeriesForm f;

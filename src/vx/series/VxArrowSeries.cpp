@@ -22,9 +22,9 @@ TVxArrowSeries::~TVxArrowSeries()
 {
     FDestroying = true;
     if (FdXData)
-        FdXData->IChangedList().Remove(this, &TVxSeries::FOnXIChanged);
+        Unlisten(FdXData, &TVxSeries::FOnXIChanged);
     if (FdYData)
-        FdYData->IChangedList().Remove(this, &TVxSeries::FOnYIChanged);
+        Unlisten(FdYData, &TVxSeries::FOnYIChanged);
 }
 
 void TVxArrowSeries::SetTipLength(int Value)

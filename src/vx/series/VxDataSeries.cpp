@@ -98,11 +98,11 @@ TVxSeries::~TVxSeries()
     if (FDrawingWorld)
         FDrawingWorld->SeriesList().Remove(this);
     if (FXData)
-        FXData->IChangedList().Remove(this, &TVxSeries::FOnXIChanged);
+        Unlisten(FXData, &TVxSeries::FOnXIChanged);
     if (FYData)
-        FYData->IChangedList().Remove(this, &TVxSeries::FOnYIChanged);
+        Unlisten(FYData, &TVxSeries::FOnYIChanged);
     if (FWeight)
-        FWeight->IChangedList().Remove(this, &TVxSeries::FOnWeightChanged);
+        Unlisten(FWeight, &TVxSeries::FOnWeightChanged);
     for (TVxAxis* axis : {FXAxis.data(), FYAxis.data()}) {
         if (!axis)
             continue;
@@ -190,7 +190,7 @@ bool TVxSeries::ReplaceVector(QPointer<TVxCustomRealVector>& Field, int Role, TV
     TVxCustomRealVector* old = Field;
     Field = Vector;
     if (old && !StillListens(old, Handler))
-        old->IChangedList().Remove(this, Handler);
+        Unlisten(old, Handler);
     Watch(Role, Vector);
     if (Vector)
         Vector->IChangedList().Add(this, Handler);
@@ -210,6 +210,12 @@ bool TVxSeries::Hears(const TVxCustomRealVector* Vector, void (TVxSeries::*Handl
             return entry.Receiver == this;
     }
     return false;
+}
+
+void TVxSeries::Unlisten(TVxCustomRealVector* Vector, TVectorHandler Handler)
+{
+    if (Vector && Hears(Vector, Handler))
+        Vector->IChangedList().Remove(this, Handler);
 }
 
 void TVxSeries::RegisterRange(TRange& Range, TVxAxis* Axis)
@@ -326,7 +332,7 @@ void TVxSeries::SetYData(TVxCustomRealVector* Vector)
 void TVxSeries::SetWeight(TVxCustomRealVector* Vector)
 {
     if (FWeight)
-        FWeight->IChangedList().Remove(this, &TVxSeries::FOnWeightChanged);
+        Unlisten(FWeight, &TVxSeries::FOnWeightChanged);
     FWeight = Vector;
     Watch(wrWeight, Vector);
     if (Vector)
@@ -1293,13 +1299,13 @@ TVxDataWithErrorSeries::~TVxDataWithErrorSeries()
 {
     FDestroying = true;
     if (FdXPlus)
-        FdXPlus->IChangedList().Remove(this, &TVxSeries::FOnXIChanged);
+        Unlisten(FdXPlus, &TVxSeries::FOnXIChanged);
     if (FdXMinus)
-        FdXMinus->IChangedList().Remove(this, &TVxSeries::FOnXIChanged);
+        Unlisten(FdXMinus, &TVxSeries::FOnXIChanged);
     if (FdYPlus)
-        FdYPlus->IChangedList().Remove(this, &TVxSeries::FOnYIChanged);
+        Unlisten(FdYPlus, &TVxSeries::FOnYIChanged);
     if (FdYMinus)
-        FdYMinus->IChangedList().Remove(this, &TVxSeries::FOnYIChanged);
+        Unlisten(FdYMinus, &TVxSeries::FOnYIChanged);
 }
 
 void TVxDataWithErrorSeries::SetdXPlus(TVxCustomRealVector* Vector)

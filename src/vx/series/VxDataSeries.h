@@ -265,6 +265,10 @@ protected:
     // True when this series is subscribed to Vector's notices with Handler (two series of
     // one class share a slot, so only the later subscriber hears a shared vector).
     bool Hears(const TVxCustomRealVector* Vector, void (TVxSeries::*Handler)(int, bool)) const;
+    // Unsubscribes Handler from Vector, but only this series' own subscription: the
+    // vector's list removes by handler alone, which would also end the subscription of
+    // another series of this class that took over the shared slot.
+    void Unlisten(TVxCustomRealVector* Vector, TVectorHandler Handler);
     // Maps points From..To-1 into the pixel cache; derived classes with their own
     // CalculatePoint override it with CalculateEachPoint.
     virtual void CalculatePointRange(int From, int To);
