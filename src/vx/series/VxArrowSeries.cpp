@@ -97,44 +97,23 @@ double TVxArrowSeries::GetDY(int I) const
     return FLineStyle->Visible() ? ComponentValue(FdYData, I) : 0.0;
 }
 
-void TVxArrowSeries::ArrowSpan(bool XSide, int Index, double V, double& Lo, double& Hi) const
+void TVxArrowSeries::SpanOf(bool XSide, int Index, double V, double& Lo, double& Hi) const
 {
     const double end = V + (XSide ? GetDX(Index) : GetDY(Index));
     Lo = std::min(V, end);
     Hi = std::max(V, end);
 }
 
-void TVxArrowSeries::Scan(bool XSide)
-{
-    ScanSpans(XSide, [this, XSide](int i, double v, double& lo, double& hi) { ArrowSpan(XSide, i, v, lo, hi); });
-    Modified();
-}
-
 void TVxArrowSeries::GetNewXStartStop()
 {
-    Scan(true);
+    ScanSpans(true);
+    Modified();
 }
 
 void TVxArrowSeries::GetNewYStartStop()
 {
-    Scan(false);
-}
-
-void TVxArrowSeries::Fold(int Index, bool XSide)
-{
-    FoldSpan(
-        XSide, Index, [this, XSide](int i, double v, double& lo, double& hi) { ArrowSpan(XSide, i, v, lo, hi); },
-        [this, XSide] { Scan(XSide); });
-}
-
-void TVxArrowSeries::CalcXValue(int Index)
-{
-    Fold(Index, true);
-}
-
-void TVxArrowSeries::CalcYValue(int Index)
-{
-    Fold(Index, false);
+    ScanSpans(false);
+    Modified();
 }
 
 void TVxArrowSeries::CalculatePoint(int Index)

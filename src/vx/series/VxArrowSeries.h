@@ -51,8 +51,6 @@ public:
     void GetNewXStartStop() override;
     void GetNewYStartStop() override;
     bool HasPlainRangeScan() const override { return false; }
-    void CalcXValue(int Index) override;
-    void CalcYValue(int Index) override;
     void CalculatePoint(int Index) override;
     void DrawLine(TCanvas& Canvas) override;
     void WriteToIni(TVxIniList& List, const QString& Section) const override;
@@ -62,14 +60,12 @@ protected:
     enum : int { wrdXData = wrFirstFree, wrdYData };
     bool CanKeepPixels() const override;
     void VectorRefs(std::vector<TVectorRef>& Refs) const override;
+    // From the start to the end of the arrow.
+    void SpanOf(bool XSide, int Index, double V, double& Lo, double& Hi) const override;
     void ComponentRemoved(int Role) override;
     void CalculatePointRange(int From, int To) override { CalculateEachPoint(From, To); }
 
 private:
-    void Scan(bool XSide);
-    void Fold(int Index, bool XSide);
-    void ArrowSpan(bool XSide, int Index, double V, double& Lo, double& Hi) const;
-
     int FTipLength = 10;
     int FTipWidth = 3;
     QPointer<TVxCustomRealVector> FdXData;

@@ -519,29 +519,33 @@ bool TVxSeries::FoldIntoRange(TRange& Range, int Index, bool Valid, double Lo, d
 
 void TVxSeries::CalcXValue(int Index)
 {
-    FoldSpan(true, Index, [](int, double V, double& Lo, double& Hi) { Lo = Hi = V; },
-             [this] { GetNewXStartStop(); });
+    FoldSpan(true, Index);
 }
 
 void TVxSeries::CalcYValue(int Index)
 {
-    FoldSpan(false, Index, [](int, double V, double& Lo, double& Hi) { Lo = Hi = V; },
-             [this] { GetNewYStartStop(); });
+    FoldSpan(false, Index);
 }
 
-void TVxSeries::FoldSpan(bool XSide, int Index, const TSpanFn& Span, const std::function<void()>& Rescan)
+void TVxSeries::SpanOf(bool, int, double V, double& Lo, double& Hi) const
+{
+    Lo = Hi = V;
+}
+
+void TVxSeries::FoldSpan(bool XSide, int Index)
 {
     const TVxCustomRealVector* data = XSide ? FXData : FYData;
     if (!data || Index < 0 || Index >= data->Count())
         return;
     double lo, hi;
-    Span(Index, data->Data()[Index], lo, hi);
-    if (FoldIntoRange(XSide ? *FXRange : *FYRange, Index, IsValidPoint(Index), LimitReal(lo), LimitReal(hi), XSide ? FXMinIdx : FYMinIdx,
-                      XSide ? FXMaxIdx : FYMaxIdx, Rescan))
+    SpanOf(XSide, Index, data->Data()[Index], lo, hi);
+    if (FoldIntoRange(XSide ? *FXRange : *FYRange, Index, IsValidPoint(Index), LimitReal(lo), LimitReal(hi),
+                      XSide ? FXMinIdx : FYMinIdx, XSide ? FXMaxIdx : FYMaxIdx,
+                      [this, XSide] { XSide ? GetNewXStartStop() : GetNewYStartStop(); }))
         Modified();
 }
 
-void TVxSeries::ScanSpans(bool XSide, const TSpanFn& Span)
+void TVxSeries::ScanSpans(bool XSide)
 {
     const TVxCustomRealVector* data = XSide ? FXData : FYData;
     const int n = std::min(FPointsCount, CountOf(data));
@@ -553,7 +557,7 @@ void TVxSeries::ScanSpans(bool XSide, const TSpanFn& Span)
         if (!IsValidPoint(i))
             continue;
         double lo, hi;
-        Span(i, data->Data()[i], lo, hi);
+        SpanOf(XSide, i, data->Data()[i], lo, hi);
         lo = LimitReal(lo);
         hi = LimitReal(hi);
         if (lo < mn) {
@@ -1399,42 +1403,20 @@ bool TVxDataWithErrorSeries::CanKeepPixels() const
            && Hears(FdYPlus, &TVxSeries::FOnYIChanged) && Hears(FdYMinus, &TVxSeries::FOnYIChanged);
 }
 
-void TVxDataWithErrorSeries::ErrorSpan(bool XSide, int Index, double V, double& Lo, double& Hi) const
+void TVxDataWithErrorSeries::SpanOf(bool XSide, int Index, double V, double& Lo, double& Hi) const
 {
     Lo = V - (XSide ? XMinus(Index) : YMinus(Index));
     Hi = V + (XSide ? XPlus(Index) : YPlus(Index));
 }
 
-void TVxDataWithErrorSeries::ScanWithErrors(bool XSide)
-{
-    ScanSpans(XSide, [this, XSide](int i, double v, double& lo, double& hi) { ErrorSpan(XSide, i, v, lo, hi); });
-}
-
 void TVxDataWithErrorSeries::GetNewXStartStop()
 {
-    ScanWithErrors(true);
+    ScanSpans(true);
 }
 
 void TVxDataWithErrorSeries::GetNewYStartStop()
 {
-    ScanWithErrors(false);
-}
-
-void TVxDataWithErrorSeries::FoldWithErrors(int Index, bool XSide)
-{
-    FoldSpan(
-        XSide, Index, [this, XSide](int i, double v, double& lo, double& hi) { ErrorSpan(XSide, i, v, lo, hi); },
-        [this, XSide] { ScanWithErrors(XSide); });
-}
-
-void TVxDataWithErrorSeries::CalcXValue(int Index)
-{
-    FoldWithErrors(Index, true);
-}
-
-void TVxDataWithErrorSeries::CalcYValue(int Index)
-{
-    FoldWithErrors(Index, false);
+    ScanSpans(false);
 }
 
 void TVxDataWithErrorSeries::CalculatePoint(int Index)

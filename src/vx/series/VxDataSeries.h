@@ -293,14 +293,15 @@ protected:
     // V limited to the largest real magnitude, so that sums of huge values (a value plus
     // its error, stacked bars) keep the ranges finite.
     static double LimitReal(double V) { return V > CVxMaxReal ? CVxMaxReal : (V < CVxMinReal ? CVxMinReal : V); }
-    // Lo and Hi of the span that point Index with value V adds to a range.
-    using TSpanFn = std::function<void(int Index, double V, double& Lo, double& Hi)>;
-    // FoldIntoRange for point Index of the x (XSide) or y data with its span; Modified
-    // when the range changed.
-    void FoldSpan(bool XSide, int Index, const TSpanFn& Span, const std::function<void()>& Rescan);
+    // Lo and Hi of the span that point Index, with x (XSide) or y value V, adds to the
+    // x or y range: the value itself, widened by error bars or arrows in derived classes.
+    virtual void SpanOf(bool XSide, int Index, double V, double& Lo, double& Hi) const;
+    // FoldIntoRange for point Index of the x (XSide) or y data with its span, rescanning
+    // through GetNewXStartStop / GetNewYStartStop; Modified when the range changed.
+    void FoldSpan(bool XSide, int Index);
     // Sets the x or y range to the spans of the valid points (below the point count),
     // with the indexes of the extremes.
-    void ScanSpans(bool XSide, const TSpanFn& Span);
+    void ScanSpans(bool XSide);
     // The plain scan of GetNewXStartStop / GetNewYStartStop.
     void ScanPlainRange(bool XSide);
     // Sets Range to (Start, Stop) unless it already is (the range announces every set).
@@ -454,8 +455,6 @@ public:
 
     void GetNewXStartStop() override;
     void GetNewYStartStop() override;
-    void CalcXValue(int Index) override;
-    void CalcYValue(int Index) override;
     void CalculatePoint(int Index) override;
     void DrawPoints(TCanvas& Canvas) override;
     bool HasPlainRangeScan() const override { return false; }
@@ -469,12 +468,10 @@ protected:
     void ComponentRemoved(int Role) override;
     void CalculatePointRange(int From, int To) override { CalculateEachPoint(From, To); }
 
+    // [v - minus, v + plus].
+    void SpanOf(bool XSide, int Index, double V, double& Lo, double& Hi) const override;
+
 private:
-    // Folds [v - minus, v + plus] of point Index into Range; rescans through Rescan when
-    // Index holds an extreme.
-    void FoldWithErrors(int Index, bool XSide);
-    void ScanWithErrors(bool XSide);
-    void ErrorSpan(bool XSide, int Index, double V, double& Lo, double& Hi) const;
 
     QPointer<TVxCustomRealVector> FdXPlus;
     QPointer<TVxCustomRealVector> FdXMinus;
