@@ -1,6 +1,7 @@
 #include "vx/graph/VxDraw.h"
 
 #include "vx/platform/VxCanvas.h"
+#include "support/PaintCounter.h"
 #include "support/PixelProbe.h"
 #include "support/RecordingDevice.h"
 
@@ -21,15 +22,6 @@ class CountingOwner : public QObject, public IVxModifiable {
 public:
     void Modified() override { ++count; }
     int count = 0;
-};
-
-// A widget that counts its paint events (update() coalesces, so count repaints).
-class PaintCountingWidget : public QWidget {
-public:
-    int paints = 0;
-
-protected:
-    void paintEvent(QPaintEvent*) override { ++paints; }
 };
 
 QImage RenderSymbol(TVxPointSymbol symbol, int r, TColor pen = clBlue, TColor brush = clYellow)
@@ -113,32 +105,27 @@ TEST(VxDrawStyles, AssignCopiesAllValuesAndNotifiesOnce)
     EXPECT_EQ(target.Owner(), &owner);
 }
 
-TEST(VxDrawStyles, PlainOwnerOrNoneIsNotNotifiedAndWidgetOwnerRepaints)
+TEST(VxDrawStyles, WidgetOwnerRepaintsAndOtherOrDeletedOwnersAreSafe)
 {
     QObject plain;
-    TVxLineStyle a(&plain);
-    TVxLineStyle b;
+    TVxLineStyle a(&plain), b;
     a.SetColor(clBlack);
     b.SetColor(clBlack);
-
-    PaintCountingWidget widget;
-    widget.resize(20, 20);
-    widget.show();
-    QCoreApplication::processEvents();
-    const int before = widget.paints;
-    TVxAreaStyle area(&widget);
-    area.SetColor(clYellow);
-    QCoreApplication::processEvents();
-    EXPECT_GT(widget.paints, before);
-}
-
-TEST(VxDrawStyles, StyleSurvivesItsOwnersDeletion)
-{
     auto* owner = new CountingOwner;
     TVxLineStyle line(owner);
     delete owner;
     EXPECT_EQ(line.Owner(), nullptr);
     line.SetColor(clBlack); // must not touch the deleted owner
+
+    QWidget widget;
+    widget.resize(20, 20);
+    widget.show();
+    QCoreApplication::processEvents();
+    PaintCounter paints(&widget);
+    TVxAreaStyle area(&widget);
+    area.SetColor(clYellow);
+    QCoreApplication::processEvents();
+    EXPECT_GT(paints.Count, 0);
 }
 
 TEST(VxDraw, DrawLineAndFrameMakeTheOnePixelPenCosmetic)

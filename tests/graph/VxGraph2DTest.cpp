@@ -16,24 +16,13 @@
 #include <QTemporaryDir>
 #include <QWindow>
 #include <gtest/gtest.h>
+#include "support/PaintCounter.h"
 #include "support/ExpectThrowMessage.h"
 #include <memory>
 
 using namespace vx;
 
 namespace {
-
-// Counts the paint events a widget receives.
-class TPaintCounter : public QObject {
-public:
-    int Count = 0;
-    bool eventFilter(QObject*, QEvent* e) override
-    {
-        if (e->type() == QEvent::Paint)
-            ++Count;
-        return false;
-    }
-};
 
 // A graph with a frame and white data area, axes already created.
 std::unique_ptr<TVx2DGraph> FramedGraph()
@@ -150,8 +139,7 @@ TEST(VxGraph2D, UpdateBatchingRepaintsOnce)
     g.show();
     for (int i = 0; i < 5; ++i) // the first paints settle the layout
         QApplication::processEvents();
-    TPaintCounter counter;
-    g.installEventFilter(&counter);
+    vx::test::PaintCounter counter(&g);
     g.BeginUpdate();
     g.BeginUpdate();
     for (int i = 0; i < 5; ++i) {
@@ -369,10 +357,9 @@ TEST(VxGraph2D, SeriesRangesDriveTheAxes)
     s->SetXData(xs);
     s->SetYData(ys);
     const QImage img = g->ToImage();
-    EXPECT_DOUBLE_EQ(g->PrimaryXAxis()->Start(), 0);
-    EXPECT_DOUBLE_EQ(g->PrimaryXAxis()->Stop(), 100);
-    EXPECT_DOUBLE_EQ(g->PrimaryYAxis()->Start(), 1);
-    EXPECT_DOUBLE_EQ(g->PrimaryYAxis()->Stop(), 3);
+    const TVxAxis* xa = g->PrimaryXAxis();
+    const TVxAxis* ya = g->PrimaryYAxis();
+    EXPECT_EQ((std::vector<double>{xa->Start(), xa->Stop(), ya->Start(), ya->Stop()}), (std::vector<double>{0, 100, 1, 3}));
     EXPECT_EQ(g->GetSeriesList().Count(), 1);
     EXPECT_EQ(s->SettingsList().ReadString("Graph", "Title", "?"), "");
     // The line is drawn: red pixels (the default line colour) on the way from 50 to 97.
@@ -497,22 +484,16 @@ TEST(VxGraph2D, MetafileClipboardAndFiles)
     const QPicture& pic = g->GetMetafile();
     EXPECT_GT(pic.size(), 0u);
     EXPECT_EQ(pic.boundingRect(), QRect(0, 0, 600, 400));
-    QImage replay(600, 400, QImage::Format_RGB32);
-    replay.fill(Qt::white);
-    {
-        QPainter p(&replay);
-        p.drawPicture(0, 0, pic);
-    }
+    auto replayOn = [&pic](Qt::GlobalColor background) {
+        QImage image(600, 400, QImage::Format_RGB32);
+        image.fill(background);
+        QPainter(&image).drawPicture(0, 0, pic);
+        return image;
+    };
     const QRect world = g->DrawingWorld()->geometry();
-    EXPECT_EQ(replay.pixel(world.right(), world.center().y()), Black());
-
+    EXPECT_EQ(replayOn(Qt::white).pixel(world.right(), world.center().y()), Black());
     // The default face colour stays transparent in pictures.
-    QImage red(600, 400, QImage::Format_RGB32);
-    red.fill(Qt::red);
-    {
-        QPainter p(&red);
-        p.drawPicture(0, 0, pic);
-    }
+    const QImage red = replayOn(Qt::red);
     EXPECT_EQ(red.pixel(2, 2), qRgb(255, 0, 0));
     EXPECT_EQ(red.pixel(world.center() + QPoint(3, 3)), qRgb(255, 255, 255));
 
