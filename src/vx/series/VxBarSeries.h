@@ -8,7 +8,8 @@
 // Several bar series on the same class axis and edges can share each class side by side
 // (ShiftOverlays: the earlier series in its owner's children is on the left) or stand on
 // each other (StackOverlays: a series stands on the bar series with StackOverlays created
-// before it on the same class axis). Show3DBars draws blocks whose depth is DepthPercent
+// before it on the same class axis, and rescans its range when their data or settings
+// change). Show3DBars draws blocks whose depth is DepthPercent
 // of the bar width; the class range then widens by the depth of the last bar.
 //
 // A bar whose edge or value is NaN or infinite is not drawn.

@@ -10,8 +10,9 @@
 // Values that cannot be drawn. A point whose x or y value is NaN or infinite is skipped: it
 // does not widen the ranges, it gets no symbol, no error bars and no arrow, and the line is
 // broken there (a gap); the area fill closes each unbroken run separately. An error or
-// arrow component that is not finite counts as 0. (Values <= 0 on a logarithmic axis are
-// drawn at the axis start, as the axis maps them.)
+// arrow component that is not finite counts as 0; a point's end that overflows (a huge
+// value plus its error) counts as the largest real, so the ranges stay finite. (Values
+// <= 0 on a logarithmic axis are drawn at the axis start, as the axis maps them.)
 //
 // Cost. Appending to a live vector folds the new value into the ranges and maps the new
 // point in constant time. While the axes' mapping stays the same and every vector reports
