@@ -240,22 +240,6 @@ TEST(VxCanvas, XorShapesCombineFillAndOutlineOnce)
     }
 }
 
-TEST(VxCanvas, XorOnAVectorDeviceDrawsInCopyMode)
-{
-    RecordingDevice device;
-    {
-        QPainter painter(&device);
-        TCanvas c(&painter);
-        EXPECT_FALSE(c.IsRaster());
-        c.Pen().SetMode(pmXor);
-        c.MoveTo(0, 0);
-        c.LineTo(10, 0);
-    }
-    const auto lines = device.OfKind(RecordedPrimitive::Line);
-    ASSERT_EQ(lines.size(), 1);
-    EXPECT_EQ(lines[0].mode, QPainter::CompositionMode_SourceOver);
-}
-
 TEST(VxCanvas, WindowOriginShiftsDrawingAndClipRectangles)
 {
     const QImage image = Painted([](TCanvas& c) {
@@ -382,16 +366,23 @@ TEST(VxCanvas, DrawFocusRectTwiceRemovesIt)
     EXPECT_EQ(image, before);
 }
 
-TEST(VxCanvas, VectorDevicesGetConnectedGeometryAndNoPixels)
+TEST(VxCanvas, VectorDevicesGetConnectedGeometryInCopyModeAndNoPixels)
 {
     RecordingDevice device;
     QPainter painter(&device);
     TCanvas c(&painter);
-    const std::vector<QPoint> zigzag{{0, 0}, {30, 7}, {2, 20}};
-    c.Polyline(zigzag);
+    EXPECT_FALSE(c.IsRaster());
+    c.Pen().SetMode(pmXor); // xor has no meaning on a vector device
+    c.Polyline(std::vector<QPoint>{{0, 0}, {30, 7}, {2, 20}});
+    c.MoveTo(0, 0);
+    c.LineTo(10, 0);
     const auto lines = device.OfKind(RecordedPrimitive::Polyline);
     ASSERT_EQ(lines.size(), 1);
     EXPECT_EQ(lines[0].points, (QVector<QPointF>{{0, 0}, {30, 7}, {2, 20}}));
+    EXPECT_EQ(lines[0].mode, QPainter::CompositionMode_SourceOver);
+    ASSERT_EQ(device.OfKind(RecordedPrimitive::Line).size(), 1);
+    EXPECT_EQ(device.OfKind(RecordedPrimitive::Line)[0].mode, QPainter::CompositionMode_SourceOver);
+    c.Pen().SetMode(pmCopy);
     c.SetWindowOrg(-3, -4);
     c.Rectangle(0, 0, 10, 10);
     c.Brush().SetStyle(bsClear);

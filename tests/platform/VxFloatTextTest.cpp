@@ -213,7 +213,8 @@ TEST(VxFloatText, StrictConversionsRaiseThePlatformMessages)
     EXPECT_EQ(value, 0.25);
 
     EXPECT_EQ(StrToInt(QStringLiteral(" 12")), 12);
-    VX_EXPECT_THROW_MSG(StrToInt(QStringLiteral("12x")), EConvertError, QStringLiteral("'12x' is not a valid integer value"));
+    VX_EXPECT_THROW_MSG(StrToInt(QStringLiteral("12x")), EConvertError,
+                        QStringLiteral("'12x' is not a valid integer value"));
     int n = 5;
     EXPECT_FALSE(TryStrToInt(QStringLiteral("9999999999"), n));
     EXPECT_EQ(n, 5);
