@@ -145,14 +145,9 @@ TEST(VxDraw, DrawLineAndFrameMakeTheOnePixelPenCosmetic)
 
 TEST(VxDraw, DrawFrameClosesAllFourSides)
 {
-    const QImage image = Painted([&](TCanvas& c) {
-        DrawFrame(5, 5, 15, 12, c);
-    });
+    const QImage image = Painted([&](TCanvas& c) { DrawFrame(5, 5, 15, 12, c); });
     EXPECT_EQ(InkBounds(image), QRect(QPoint(5, 5), QPoint(15, 12)));
-    for (const QPoint& p : {QPoint(5, 5), QPoint(15, 5), QPoint(5, 12), QPoint(15, 12), QPoint(10, 5), QPoint(10, 12),
-                            QPoint(5, 8), QPoint(15, 8)})
-        EXPECT_TRUE(Ink(image, p.x(), p.y())) << p.x() << "," << p.y();
-    EXPECT_FALSE(Ink(image, 10, 8));
+    EXPECT_EQ(InkAt(image, {{5, 5}, {15, 5}, {5, 12}, {15, 12}, {10, 5}, {10, 12}, {5, 8}, {15, 8}, {10, 8}}), "########.");
 }
 
 TEST(VxDraw, SymbolExtents)
@@ -183,18 +178,9 @@ TEST(VxDraw, SymbolExtents)
 
 TEST(VxDraw, CrossAndXAreSymmetricAndCentred)
 {
-    const QImage cross = RenderSymbol(SyCross, 4);
-    EXPECT_TRUE(Ink(cross, 20, 20));
-    EXPECT_TRUE(Ink(cross, 17, 20));
-    EXPECT_TRUE(Ink(cross, 23, 20));
-    EXPECT_FALSE(Ink(cross, 16, 20)); // arms end one pixel short of R
-    EXPECT_FALSE(Ink(cross, 24, 20));
-    EXPECT_FALSE(Ink(cross, 21, 21));
-    const QImage x = RenderSymbol(SyX, 4);
-    EXPECT_TRUE(Ink(x, 17, 17));
-    EXPECT_TRUE(Ink(x, 23, 23));
-    EXPECT_TRUE(Ink(x, 23, 17));
-    EXPECT_FALSE(Ink(x, 21, 20));
+    // Arms end one pixel short of R.
+    EXPECT_EQ(InkAt(RenderSymbol(SyCross, 4), {{20, 20}, {17, 20}, {23, 20}, {16, 20}, {24, 20}, {21, 21}}), "###...");
+    EXPECT_EQ(InkAt(RenderSymbol(SyX, 4), {{17, 17}, {23, 23}, {23, 17}, {21, 20}}), "###.");
 }
 
 TEST(VxDraw, FilledSymbolsUseThePenColourHollowOnesTheBrush)
@@ -252,11 +238,8 @@ TEST(VxDraw, HugeSizesStaySafe)
 
 TEST(VxDraw, StarVerticesFollowTheIntegerProportions)
 {
-    RecordingDevice device;
-    QPainter painter(&device);
-    TCanvas c(&painter);
-    DrawPointSymbol(100, 100, 7, Sy5Star, c);
-    const auto polygons = device.OfKind(RecordedPrimitive::Polygon);
+    const auto polygons =
+        Recorded(RecordedPrimitive::Polygon, [](TCanvas& c) { DrawPointSymbol(100, 100, 7, Sy5Star, c); });
     ASSERT_EQ(polygons.size(), 1);
     const QVector<QPointF> expected{{100, 93}, {101, 98}, {107, 98}, {102, 100}, {104, 105},
                                     {100, 102}, {96, 105}, {98, 100}, {93, 98}, {99, 98}};
@@ -274,10 +257,7 @@ TEST(VxDraw, ArrowHeadSitsOnTheTip)
     EXPECT_TRUE(Ink(image, 5, 20));
     EXPECT_EQ(At(image, 44, 20), clRed);
     EXPECT_EQ(At(image, 37, 22), clRed); // head is filled in the pen colour
-    EXPECT_TRUE(Ink(image, 35, 23));
-    EXPECT_FALSE(Ink(image, 35, 25));
-    EXPECT_FALSE(Ink(image, 30, 22));
-    EXPECT_FALSE(Ink(image, 46, 20));
+    EXPECT_EQ(InkAt(image, {{35, 23}, {35, 25}, {30, 22}, {46, 20}}), "#...");
 }
 
 TEST(VxDraw, ArrowPointsEveryWayAndDegenerateArrowsAreSafe)
@@ -328,17 +308,8 @@ TEST(VxDraw, Draw3DBarShadesTopAndSideFaces)
 
 TEST(VxDraw, Draw3DBarAcceptsEdgesInEitherOrderAndFlatBars)
 {
-    QImage a = WhiteImage(60, 60);
-    QImage b = WhiteImage(60, 60);
-    {
-        TCanvas c(&a);
-        Draw3DBar(10, 20, 30, 50, 6, 4, clRed, clLime, clBlue, c);
-    }
-    {
-        TCanvas c(&b);
-        Draw3DBar(30, 50, 10, 20, 6, 4, clRed, clLime, clBlue, c);
-    }
-    EXPECT_EQ(a, b);
+    EXPECT_EQ(Painted([](TCanvas& c) { Draw3DBar(10, 20, 30, 50, 6, 4, clRed, clLime, clBlue, c); }, 60, 60),
+              Painted([](TCanvas& c) { Draw3DBar(30, 50, 10, 20, 6, 4, clRed, clLime, clBlue, c); }, 60, 60));
     const QImage flat = Painted([&](TCanvas& c) {
         Draw3DBar(10, 20, 30, 50, 0, 0, clRed, clLime, clBlue, c);
     }, 60, 60);
@@ -350,13 +321,7 @@ TEST(VxDraw, DrawPolylineSplitsLongLinesIntoJoinedPieces)
     std::vector<QPoint> points;
     for (int i = 0; i < 4500; ++i)
         points.emplace_back(i, (i % 7) * 3);
-    RecordingDevice device(5000, 100);
-    {
-        QPainter painter(&device);
-        TCanvas c(&painter);
-        DrawPolyline(points, c);
-    }
-    const auto pieces = device.OfKind(RecordedPrimitive::Polyline);
+    const auto pieces = Recorded(RecordedPrimitive::Polyline, [&](TCanvas& c) { DrawPolyline(points, c); }, 5000, 100);
     ASSERT_EQ(pieces.size(), 3);
     int total = 0;
     for (int i = 0; i < pieces.size(); ++i) {
@@ -372,15 +337,11 @@ TEST(VxDraw, DrawPolylineSplitsLongLinesIntoJoinedPieces)
 TEST(VxDraw, DrawPolylineDropsRepeatedPointsAndIgnoresTooFew)
 {
     const std::vector<QPoint> points{{0, 0}, {0, 0}, {5, 5}, {5, 5}, {5, 5}, {9, 1}};
-    RecordingDevice device;
-    {
-        QPainter painter(&device);
-        TCanvas c(&painter);
+    const auto pieces = Recorded(RecordedPrimitive::Polyline, [&](TCanvas& c) {
         DrawPolyline(points, c);
         DrawPolyline(points.data(), 1, c);
         DrawPolyline(nullptr, 5, c);
-    }
-    const auto pieces = device.OfKind(RecordedPrimitive::Polyline);
+    });
     ASSERT_EQ(pieces.size(), 1);
     EXPECT_EQ(pieces[0].points, (QVector<QPointF>{{0, 0}, {5, 5}, {9, 1}}));
 }

@@ -6,6 +6,8 @@
 
 #include <QImage>
 #include <QRect>
+#include <initializer_list>
+#include <string>
 
 namespace vx::test {
 
@@ -38,6 +40,15 @@ inline bool IsWhite(const QImage& image, int x, int y)
 inline bool Ink(const QImage& image, int x, int y)
 {
     return !IsWhite(image, x, y);
+}
+
+// '#' for every inked point and '.' for every white one: several probes in one comparison.
+inline std::string InkAt(const QImage& image, std::initializer_list<QPoint> points)
+{
+    std::string marks;
+    for (const QPoint& p : points)
+        marks += Ink(image, p.x(), p.y()) ? '#' : '.';
+    return marks;
 }
 
 // The colour of pixel (x, y) as a platform colour value.

@@ -3,6 +3,8 @@
 // coordinates, with the pen, brush and composition mode in force), so tests can check
 // what was drawn without looking at pixels. Its engine is not a raster engine.
 
+#include "vx/platform/VxCanvas.h"
+
 #include <QBrush>
 #include <QFont>
 #include <QPaintDevice>
@@ -54,5 +56,18 @@ private:
     int FHeight;
     std::unique_ptr<RecordingEngine> FEngine;
 };
+
+// The primitives of one kind that `draw` sends through a canvas on a fresh device.
+template <class Draw>
+QVector<RecordedPrimitive> Recorded(RecordedPrimitive::Kind kind, Draw&& draw, int width = 200, int height = 200)
+{
+    RecordingDevice device(width, height);
+    {
+        QPainter painter(&device);
+        TCanvas c(&painter);
+        draw(c);
+    }
+    return device.OfKind(kind);
+}
 
 } // namespace vx::test
