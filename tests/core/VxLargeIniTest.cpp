@@ -151,11 +151,8 @@ TEST(VxIniList, NumbersAndBooleans)
 {
     TVxIniList list = ListOf({"[N]", "i=42", "neg=-7 apples", "txt=abc", "empty=", "r=2.5e-3",
                               "b1=1", "bt=true", "bT=TRUE", "by=yes", "b0=0", "be="});
-    EXPECT_EQ(list.ReadInteger("N", "i", 0), 42);
-    EXPECT_EQ(list.ReadInteger("N", "neg", 0), -7);
-    EXPECT_EQ(list.ReadInteger("N", "txt", 5), 5);
-    EXPECT_EQ(list.ReadInteger("N", "empty", 5), 5);
-    EXPECT_EQ(list.ReadInteger("N", "none", 5), 5);
+    for (auto [key, expected] : {std::pair{"i", 42}, {"neg", -7}, {"txt", 5}, {"empty", 5}, {"none", 5}})
+        EXPECT_EQ(list.ReadInteger("N", key, 5), expected) << key;
     EXPECT_DOUBLE_EQ(list.ReadReal("N", "r", 0), 2.5e-3);
     EXPECT_DOUBLE_EQ(list.ReadReal("N", "txt", 1.5), 1.5);
 

@@ -96,10 +96,9 @@ TEST(VxGraph2D, AxesNamedPerForm)
     auto* g2 = new TVx2DGraph(&form);
     g1->ToImage(); // first render creates the axes
     ASSERT_NE(g1->PrimaryXAxis(), nullptr);
-    EXPECT_EQ(g1->PrimaryXAxis()->objectName(), "XAxis1");
-    EXPECT_EQ(g1->PrimaryYAxis()->objectName(), "YAxis1");
-    EXPECT_EQ(g2->XAxis()->objectName(), "XAxis2");
-    EXPECT_EQ(g2->YAxis()->objectName(), "YAxis2");
+    EXPECT_EQ(QStringList({g1->PrimaryXAxis()->objectName(), g1->PrimaryYAxis()->objectName(),
+                           g2->XAxis()->objectName(), g2->YAxis()->objectName()}),
+              QStringList({"XAxis1", "YAxis1", "XAxis2", "YAxis2"}));
     EXPECT_EQ(g1->PrimaryXAxis()->Position(), AxBottomPos);
     EXPECT_EQ(g1->PrimaryYAxis()->Position(), AxLeftPos);
     // A new y axis turns its ticks away from the data.
