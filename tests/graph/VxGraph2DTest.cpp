@@ -39,6 +39,14 @@ std::unique_ptr<TVx2DGraph> FramedGraph()
 
 QRgb Black() { return qRgb(0, 0, 0); }
 
+// A new axis of the graph at Pos.
+TVxAxis* AxisAt(QWidget* graph, TVxAxisPos pos)
+{
+    auto* axis = new TVxAxis(graph);
+    axis->SetPosition(pos);
+    return axis;
+}
+
 // Graph-client x of an axis value (the drawing world's left plus the axis pixel).
 int GraphX(TVx2DGraph& g, double value)
 {
@@ -109,8 +117,7 @@ TEST(VxGraph2D, AxesNamedPerForm)
 TEST(VxGraph2D, ExistingAxesAreReused)
 {
     TVx2DGraph g;
-    auto* bottom = new TVxAxis(&g);
-    bottom->SetPosition(AxBottomPos);
+    auto* bottom = AxisAt(&g, AxBottomPos);
     auto* left = new TVxAxis(&g);
     EXPECT_EQ(g.XAxis(), bottom);
     EXPECT_EQ(g.YAxis(), left);
@@ -172,16 +179,13 @@ TEST(VxGraph2D, DrawingWorldSitsBetweenTheAxisLines)
         const TVxAxis* x = g->PrimaryXAxis();
         const TVxAxis* y = g->PrimaryYAxis();
         const QRect world = g->DrawingWorld()->geometry();
-        EXPECT_EQ(world.left(), x->x() + x->LineX());
-        EXPECT_EQ(world.right() + 1, world.left() + x->AxisLength() + 1);
-        EXPECT_EQ(world.top(), y->y() + y->LineY());
-        EXPECT_EQ(world.bottom() + 1, world.top() + y->AxisLength() + 1);
+        EXPECT_EQ(world, QRect(QPoint(x->x() + x->LineX(), y->y() + y->LineY()),
+                               QSize(x->AxisLength() + 1, y->AxisLength() + 1)));
         // The x axis line is the world's last row, the y axis line its first column.
         EXPECT_EQ(x->y() + x->LineY(), world.bottom());
         EXPECT_EQ(y->x() + y->LineX(), world.left());
         // Everything stays inside the graph.
-        for (QWidget* w : {static_cast<QWidget*>(g->PrimaryXAxis()), static_cast<QWidget*>(g->PrimaryYAxis())})
-            EXPECT_TRUE(g->rect().contains(w->geometry())) << w->geometry().x() << "," << w->geometry().y();
+        EXPECT_TRUE(g->rect().contains(x->geometry()) && g->rect().contains(y->geometry()));
         if (title)
             EXPECT_GT(world.top(), g->TitleLabel()->geometry().bottom());
     }
@@ -243,12 +247,9 @@ TEST(VxGraph2D, FourSidesStackOutward)
     TVx2DGraph g;
     g.resize(640, 480);
     g.XAxis();
-    auto* top = new TVxAxis(&g);
-    top->SetPosition(AxTopPos);
-    auto* right = new TVxAxis(&g);
-    right->SetPosition(AxRightPos);
-    auto* bottom2 = new TVxAxis(&g);
-    bottom2->SetPosition(AxBottomPos);
+    auto* top = AxisAt(&g, AxTopPos);
+    auto* right = AxisAt(&g, AxRightPos);
+    auto* bottom2 = AxisAt(&g, AxBottomPos);
     g.EnsureCalculated();
     const QRect world = g.DrawingWorld()->geometry();
     EXPECT_EQ(top->y() + top->LineY(), world.top());
