@@ -2,6 +2,7 @@
 
 #include <QPalette>
 #include <gtest/gtest.h>
+#include <tuple>
 
 using namespace vx;
 
@@ -40,11 +41,9 @@ TEST(VxGraphics, SystemColoursAreNegativeAndResolveThroughThePalette)
     palette.setColor(QPalette::Base, QColor(4, 5, 6));
     palette.setColor(QPalette::Highlight, QColor(7, 8, 9));
     palette.setColor(QPalette::Window, QColor(10, 11, 12));
-    EXPECT_EQ(ColorToRGB(clBtnFace, &palette), RGB(1, 2, 3));
-    EXPECT_EQ(ColorToRGB(clWindow, &palette), RGB(4, 5, 6));
-    EXPECT_EQ(ColorToRGB(clHighlight, &palette), RGB(7, 8, 9));
-    EXPECT_EQ(ColorToRGB(clDefault, &palette), RGB(10, 11, 12));
-    EXPECT_EQ(ColorToRGB(clRed, &palette), clRed);
+    for (auto [system, rgb] : {std::pair{clBtnFace, RGB(1, 2, 3)}, {clWindow, RGB(4, 5, 6)},
+                               {clHighlight, RGB(7, 8, 9)}, {clDefault, RGB(10, 11, 12)}, {clRed, clRed}})
+        EXPECT_EQ(ColorToRGB(system, &palette), rgb) << system;
     // Without a palette the application's is used; the result is a plain RGB value.
     EXPECT_GE(ColorToRGB(clBtnFace), 0);
     EXPECT_EQ(ToQColor(clNone).alpha(), 0);
@@ -94,15 +93,10 @@ TEST(VxGraphics, FontToQFontCarriesStyles)
     f.SetStyle({fsBold, fsItalic, fsUnderline, fsStrikeOut});
     const QFont q = f.ToQFont();
     EXPECT_EQ(q.family(), QStringLiteral("DejaVu Serif"));
-    EXPECT_TRUE(q.bold());
-    EXPECT_TRUE(q.italic());
-    EXPECT_TRUE(q.underline());
-    EXPECT_TRUE(q.strikeOut());
+    EXPECT_TRUE(q.bold() && q.italic() && q.underline() && q.strikeOut());
     TFont back;
     back.SetFromQFont(q);
-    EXPECT_EQ(back.Style(), f.Style());
-    EXPECT_EQ(back.Size(), f.Size());
-    EXPECT_EQ(back.Name(), f.Name());
+    EXPECT_EQ(std::make_tuple(back.Style(), back.Size(), back.Name()), std::make_tuple(f.Style(), f.Size(), f.Name()));
 }
 
 TEST(VxGraphics, FontChangeCallbackFiresOncePerRealChange)
