@@ -53,13 +53,12 @@ int PlainWidth(const QString& text, const TFont& font)
     return w;
 }
 
-// Draws Text with RichPaintTo into a fresh white image.
+// Draws Text with RichPaintTo into a fresh white image (characters SelStart up to
+// SelStop highlighted when SelStop > SelStart); the caller's brush must be back after.
 QImage Draw(const QString& text, int x, int y, int angle, int w = 240, int h = 240,
-            TVxCaptionRec* out = nullptr)
+            TVxCaptionRec* out = nullptr, int selStart = 0, int selStop = 0)
 {
-    QImage image = WhiteImage(w, h);
-    {
-        TCanvas canvas(&image);
+    return Painted([&](TCanvas& canvas) {
         canvas.SetFont(BaseFont());
         canvas.Brush().SetStyle(bsClear);
         TVxCaptionRec rec;
@@ -69,13 +68,16 @@ QImage Draw(const QString& text, int x, int y, int angle, int w = 240, int h = 2
         rec.Y = y;
         rec.Angle = angle;
         rec.Paint = true;
+        rec.ShowSelection = selStop > selStart;
+        rec.SelStart = selStart;
+        rec.SelStop = selStop;
         RichPaintTo(rec);
+        EXPECT_EQ(canvas.Brush().Style(), bsClear);
         if (out) {
             *out = rec;
             out->Canvas = nullptr;
         }
-    }
-    return image;
+    }, w, h);
 }
 
 } // namespace
@@ -234,24 +236,8 @@ TEST(RichPaintTo, RotatedDrawingStaysInTheRotatedBox)
 
 TEST(RichPaintTo, SelectionIsHighlighted)
 {
-    QImage image = WhiteImage(120, 40);
     TVxCaptionRec rec;
-    {
-        TCanvas canvas(&image);
-        canvas.SetFont(BaseFont());
-        canvas.Brush().SetStyle(bsClear);
-        rec.Text = "ab\\bcd";
-        rec.Canvas = &canvas;
-        rec.X = 5;
-        rec.Y = 5;
-        rec.Paint = true;
-        rec.ShowSelection = true;
-        rec.SelStart = 1;
-        rec.SelStop = 3;
-        RichPaintTo(rec);
-        // The caller's brush is back after drawing.
-        EXPECT_EQ(canvas.Brush().Style(), bsClear);
-    }
+    const QImage image = Draw("ab\\bcd", 5, 5, 0, 120, 40, &rec, 1, 3);
     const QColor highlight = ToQColor(clHighlight);
     auto boxHas = [&](int i, const QColor& colour) {
         const int left = 5 + (i == 0 ? 0 : rec.CharX[i - 1]);
@@ -261,10 +247,9 @@ TEST(RichPaintTo, SelectionIsHighlighted)
                     return true;
         return false;
     };
-    EXPECT_FALSE(boxHas(0, highlight));
-    EXPECT_TRUE(boxHas(1, highlight));
-    EXPECT_TRUE(boxHas(2, highlight));
-    EXPECT_FALSE(boxHas(3, highlight));
+    EXPECT_EQ((std::vector<bool>{boxHas(0, highlight), boxHas(1, highlight), boxHas(2, highlight), boxHas(3, highlight)}),
+              (std::vector<bool>{false, true, true, false}));
+    Draw("ab", 5, 5, 0, 120, 40, nullptr, 0, 2); // selected to the end: the brush comes back too
 }
 
 TEST(RichPaintTo, WithoutCanvasOnlySizesTheArrays)
