@@ -47,41 +47,25 @@ TEST(VxIniList, WriteStringLayout)
     const struct {
         const char* name;
         QStringList before;
-        std::function<void(TVxIniList&)> write;
+        QString section, key, value;
         QStringList after;
     } rows[] = {
-        {"new section in empty list", {},
-         [](TVxIniList& l) { l.WriteString("S", "K", "V"); },
-         {"", "[S]", "K=V"}},
-        {"second key goes before the separator", {"", "[A]", "a=1", "", "[B]", "b=1"},
-         [](TVxIniList& l) { l.WriteString("A", "c", "2"); },
+        {"new section in empty list", {}, "S", "K", "V", {"", "[S]", "K=V"}},
+        {"second key goes before the separator", {"", "[A]", "a=1", "", "[B]", "b=1"}, "A", "c", "2",
          {"", "[A]", "a=1", "c=2", "", "[B]", "b=1"}},
-        {"key at end of last section", {"", "[A]", "a=1"},
-         [](TVxIniList& l) { l.WriteString("a", "b", "2"); },
-         {"", "[A]", "a=1", "b=2"}},
-        {"existing key replaced, case-insensitive", {"[A]", "Size=1", "x=2"},
-         [](TVxIniList& l) { l.WriteString("A", "SIZE", "3"); },
+        {"key at end of last section", {"", "[A]", "a=1"}, "a", "b", "2", {"", "[A]", "a=1", "b=2"}},
+        {"existing key replaced, case-insensitive", {"[A]", "Size=1", "x=2"}, "A", "SIZE", "3",
          {"[A]", "SIZE=3", "x=2"}},
-        {"prefix without = is another key", {"[A]", "Sizes=1"},
-         [](TVxIniList& l) { l.WriteString("A", "Size", "3"); },
-         {"[A]", "Sizes=1", "Size=3"}},
-        {"empty section: before the empty line", {"[A]", "", "[B]"},
-         [](TVxIniList& l) { l.WriteString("A", "k", "v"); },
-         {"[A]", "k=v", "", "[B]"}},
-        {"new section appended after others", {"[A]", "a=1"},
-         [](TVxIniList& l) { l.WriteString("B", "b", "2"); },
-         {"[A]", "a=1", "", "[B]", "b=2"}},
-        {"NUL cuts the line", {},
-         [nul](TVxIniList& l) { l.WriteString("S", "K", "ab" + nul + "cd"); },
-         {"", "[S]", "K=ab"}},
-        {"NUL in key cuts everything after it", {},
-         [nul](TVxIniList& l) { l.WriteString("S", "K" + nul + "x", "v"); },
-         {"", "[S]", "K"}},
+        {"prefix without = is another key", {"[A]", "Sizes=1"}, "A", "Size", "3", {"[A]", "Sizes=1", "Size=3"}},
+        {"empty section: before the empty line", {"[A]", "", "[B]"}, "A", "k", "v", {"[A]", "k=v", "", "[B]"}},
+        {"new section appended after others", {"[A]", "a=1"}, "B", "b", "2", {"[A]", "a=1", "", "[B]", "b=2"}},
+        {"NUL cuts the line", {}, "S", "K", "ab" + nul + "cd", {"", "[S]", "K=ab"}},
+        {"NUL in key cuts everything after it", {}, "S", "K" + nul + "x", "v", {"", "[S]", "K"}},
     };
     for (const auto& r : rows) {
         SCOPED_TRACE(r.name);
         TVxIniList list = ListOf(r.before);
-        r.write(list);
+        list.WriteString(r.section, r.key, r.value);
         EXPECT_EQ(list.Lines(), r.after);
         EXPECT_TRUE(list.Modified());
     }
