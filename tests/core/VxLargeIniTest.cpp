@@ -140,16 +140,11 @@ TEST(VxIniList, NumbersAndBooleans)
     EXPECT_DOUBLE_EQ(list.ReadReal("N", "r", 0), 2.5e-3);
     EXPECT_DOUBLE_EQ(list.ReadReal("N", "txt", 1.5), 1.5);
 
-    const struct {
-        const char* key;
-        bool dflt;
-        bool expected;
-    } bools[] = {{"b1", false, true}, {"bt", false, true}, {"bT", false, true}, {"by", true, false},
-                 {"b0", true, false}, {"be", true, true}, {"none", true, true}, {"none", false, false}};
-    for (const auto& b : bools) {
-        SCOPED_TRACE(b.key);
-        EXPECT_EQ(list.ReadBool("N", b.key, b.dflt), b.expected);
-    }
+    // {key, default, expected}: only "1" and "true" in any case are true; empty keeps the default.
+    for (auto [key, dflt, expected] : {std::tuple{"b1", false, true}, {"bt", false, true}, {"bT", false, true},
+                                       {"by", true, false}, {"b0", true, false}, {"be", true, true},
+                                       {"none", true, true}, {"none", false, false}})
+        EXPECT_EQ(list.ReadBool("N", key, dflt), expected) << key << " " << dflt;
 
     TVxIniList w;
     w.WriteInteger("S", "i", -12);
