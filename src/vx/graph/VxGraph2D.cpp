@@ -296,7 +296,7 @@ void TVxDrawingWorld::mouseReleaseEvent(QMouseEvent* event)
 TVx2DGraph::TVx2DGraph(QWidget* parent)
     : QFrame(parent), FFont(std::make_unique<TFont>()), FColor(clBtnFace), FDataColor(clBtnFace)
 {
-    FDrawingWorld = new TVxDrawingWorld(this);
+    CreateDrawingWorld();
     FFrameLine = std::make_unique<TVxLineStyle>(this);
     FFrameLine->SetColor(clBlack);
     FFrameLine->SetVisible(false);
@@ -320,9 +320,23 @@ TVx2DGraph::TVx2DGraph(QWidget* parent)
 TVx2DGraph::~TVx2DGraph()
 {
     Destroying(this);
+    // The drawing world dies with the children: it is not to be replaced then.
+    disconnect(FDrawingWorld, &QObject::destroyed, this, nullptr);
     // Legends among the children die after the members: they must not call back.
     for (QWidget* legend : Legends())
         disconnect(legend, &QObject::destroyed, this, nullptr);
+}
+
+void TVx2DGraph::CreateDrawingWorld()
+{
+    FDrawingWorld = new TVxDrawingWorld(this);
+    FDrawingWorld->lower(); // below the axes, legends and labels
+    connect(FDrawingWorld, &QObject::destroyed, this, [this, world = FDrawingWorld] {
+        if (FDrawingWorld != world)
+            return;
+        CreateDrawingWorld();
+        Modified();
+    });
 }
 
 bool TVx2DGraph::AutoZoom() const { return FDrawingWorld->AutoZoom(); }

@@ -267,6 +267,9 @@ private:
     void UpdateTitle();
     void Adopt(TVxAxis* axis);
     void LegendDestroyed(QObject* legend);
+    // Creates the drawing world; one deleted from outside is replaced, so the graph
+    // never paints through a dangling pointer.
+    void CreateDrawingWorld();
 
     TVxDrawingWorld* FDrawingWorld = nullptr;
     QPointer<TVxAxis> FPrimaryXAxis;
