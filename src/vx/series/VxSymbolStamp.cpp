@@ -73,6 +73,7 @@ void TVxSymbolLayer::Draw(TCanvas& Canvas, const QPoint* Points, int Count, int 
         }
         FLayer = QImage(rect.size(), QImage::Format_ARGB32_Premultiplied);
         FLayer.fill(0);
+        PrepareOffsets();
         Build(Points, Count, Skip);
     }
     FValid = true;
@@ -85,17 +86,44 @@ void TVxSymbolLayer::Draw(TCanvas& Canvas, const QPoint* Points, int Count, int 
     painter->setCompositionMode(mode);
 }
 
-void TVxSymbolLayer::Stamp(int CX, int CY, bool OnlyEmpty)
+void TVxSymbolLayer::PrepareOffsets()
+{
+    const qsizetype stride = FLayer.bytesPerLine() / qsizetype(sizeof(QRgb));
+    FOffsets.clear();
+    FUniform = true;
+    for (const TSpritePixel& s : FPattern) {
+        FOffsets.push_back(qsizetype(s.DY) * stride + s.DX);
+        FUniform = FUniform && s.Value == FPattern.front().Value;
+    }
+}
+
+void TVxSymbolLayer::Stamp(QRgb* Bits, int CX, int CY, bool OnlyEmpty)
 {
     const int w = FLayer.width();
     const int h = FLayer.height();
-    QRgb* bits = reinterpret_cast<QRgb*>(FLayer.bits());
+    QRgb* bits = Bits;
     const qsizetype stride = FLayer.bytesPerLine() / qsizetype(sizeof(QRgb));
     const bool inside = CX - FReach >= 0 && CY - FReach >= 0 && CX + FReach < w && CY + FReach < h;
+    if (inside) {
+        QRgb* centre = bits + qsizetype(CY) * stride + CX;
+        const size_t n = FOffsets.size();
+        if (FUniform) {
+            const QRgb value = FPattern.empty() ? 0 : FPattern.front().Value;
+            for (size_t k = 0; k < n; ++k)
+                centre[FOffsets[k]] = value;
+        } else {
+            for (size_t k = 0; k < n; ++k) {
+                QRgb& dst = centre[FOffsets[k]];
+                if (!OnlyEmpty || qAlpha(dst) == 0)
+                    dst = FPattern[k].Value;
+            }
+        }
+        return;
+    }
     for (const TSpritePixel& s : FPattern) {
         const int x = CX + s.DX;
         const int y = CY + s.DY;
-        if (!inside && (x < 0 || y < 0 || x >= w || y >= h))
+        if (x < 0 || y < 0 || x >= w || y >= h)
             continue;
         QRgb& dst = bits[y * stride + x];
         if (!OnlyEmpty || qAlpha(dst) == 0)
@@ -107,6 +135,7 @@ void TVxSymbolLayer::Build(const QPoint* Points, int Count, int Skip)
 {
     const int w = FLayer.width();
     const int h = FLayer.height();
+    QRgb* bits = reinterpret_cast<QRgb*>(FLayer.bits());
     // Positions already taken by a later (identical, covering) symbol.
     std::vector<std::uint8_t> taken(size_t(w) * size_t(h), 0);
     // Last symbol first: a pixel already painted belongs to a later symbol, which covers it.
@@ -125,7 +154,7 @@ void TVxSymbolLayer::Build(const QPoint* Points, int Count, int Skip)
                 continue;
             t = 1;
         }
-        Stamp(cx, cy, true);
+        Stamp(bits, cx, cy, true);
     }
 }
 
@@ -133,6 +162,7 @@ void TVxSymbolLayer::Extend(const QPoint* Points, int From, int Count, int Skip)
 {
     const int w = FLayer.width();
     const int h = FLayer.height();
+    QRgb* bits = reinterpret_cast<QRgb*>(FLayer.bits());
     for (int i = From; i < Count; ++i) {
         const QPoint p = Points[i];
         if (p.x() == Skip)
@@ -141,7 +171,7 @@ void TVxSymbolLayer::Extend(const QPoint* Points, int From, int Count, int Skip)
         const long long ly = (long long)p.y() - FKey.Rect.top();
         if (lx < -FReach || ly < -FReach || lx >= w + FReach || ly >= h + FReach)
             continue;
-        Stamp(int(lx), int(ly), false);
+        Stamp(bits, int(lx), int(ly), false);
     }
 }
 

@@ -66,9 +66,11 @@ private:
     void Build(const QPoint* Points, int Count, int Skip);
     // Stamps symbols From..Count-1 over the layer, in order.
     void Extend(const QPoint* Points, int From, int Count, int Skip);
-    // Copies the pattern centred on layer pixel (CX, CY); with OnlyEmpty, pixels already
-    // painted are kept.
-    void Stamp(int CX, int CY, bool OnlyEmpty);
+    // Copies the pattern centred on layer pixel (CX, CY) into Bits (the layer's pixels);
+    // with OnlyEmpty, pixels already painted are kept.
+    void Stamp(QRgb* Bits, int CX, int CY, bool OnlyEmpty);
+    // Works out FOffsets and FUniform for the current layer and pattern.
+    void PrepareOffsets();
 
     bool FValid = false;
     TKey FKey;
@@ -76,6 +78,11 @@ private:
     int FCount = 0;
     int FReach = 0;
     std::vector<TSpritePixel> FPattern;
+    // The pattern's pixels as offsets into the layer's rows, for symbols wholly inside.
+    std::vector<qsizetype> FOffsets;
+    // Every pattern pixel has one value (a hollow or single-colour symbol): then the order
+    // of the symbols cannot change the picture, and pixels are written without looking.
+    bool FUniform = false;
     QImage FLayer;
 };
 
