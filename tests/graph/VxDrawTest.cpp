@@ -26,12 +26,11 @@ public:
 
 QImage RenderSymbol(TVxPointSymbol symbol, int r, TColor pen = clBlue, TColor brush = clYellow)
 {
-    QImage image = WhiteImage();
-    TCanvas c(&image);
-    c.Pen().SetColor(pen);
-    c.Brush().SetColor(brush);
-    DrawPointSymbol(20, 20, r, symbol, c);
-    return image;
+    return Painted([&](TCanvas& c) {
+        c.Pen().SetColor(pen);
+        c.Brush().SetColor(brush);
+        DrawPointSymbol(20, 20, r, symbol, c);
+    });
 }
 
 } // namespace
@@ -219,10 +218,8 @@ TEST(VxDraw, HugeSizesStaySafe)
         const QImage image = RenderSymbol(static_cast<TVxPointSymbol>(s), std::numeric_limits<int>::max());
         EXPECT_EQ(image.size(), QSize(40, 40));
     }
-    QImage image = WhiteImage();
-    TCanvas c(&image);
-    DrawArrow(0, 0, 30, 30, std::numeric_limits<int>::max(), std::numeric_limits<int>::max(), c);
-    EXPECT_TRUE(Ink(image, 29, 29));
+    const int huge = std::numeric_limits<int>::max();
+    EXPECT_TRUE(Ink(Painted([&](TCanvas& c) { DrawArrow(0, 0, 30, 30, huge, huge, c); }), 29, 29));
 }
 
 TEST(VxDraw, StarVerticesFollowTheIntegerProportions)
@@ -275,10 +272,7 @@ TEST(VxDraw, ArrowPointsEveryWayAndDegenerateArrowsAreSafe)
         EXPECT_TRUE(ink.contains(row.ink.adjusted(1, 1, -1, -1)));
         EXPECT_TRUE(Ink(image, row.tail.x(), row.tail.y()));
     }
-    QImage image = WhiteImage();
-    TCanvas c(&image);
-    DrawArrow(20, 20, 20, 20, 10, 3, c);
-    EXPECT_TRUE(InkBounds(image).isEmpty());
+    EXPECT_TRUE(InkBounds(Painted([](TCanvas& c) { DrawArrow(20, 20, 20, 20, 10, 3, c); })).isEmpty());
 }
 
 TEST(VxDraw, Draw3DBarShadesTopAndSideFaces)
