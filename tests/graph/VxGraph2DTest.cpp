@@ -139,6 +139,16 @@ TEST(VxGraph2D, DrawingWorldNeedsGraphOwner)
     VX_EXPECT_THROW_MSG(TVxDrawingWorld world(&plain), Exception, "Component must be owned by TVx2DGraph");
 }
 
+TEST(VxGraph2D, DrawingWorldDeletedFromOutsideIsReplaced)
+{
+    TVx2DGraph graph;
+    graph.ToImage();
+    delete graph.DrawingWorld();
+    ASSERT_NE(graph.DrawingWorld(), nullptr);
+    graph.ToImage(); // used to crash laying out a dangling world
+    EXPECT_GT(graph.DrawingWorld()->width(), 0);
+}
+
 TEST(VxGraph2D, UpdateBatchingRepaintsOnce)
 {
     TVx2DGraph g;
