@@ -32,7 +32,7 @@ QWidget* CreateSlaveAxis()
 
 const GalleryRegistrar registrar{{
     "13-slave-axis",
-    "A slave axis on the right follows the range of its master on the left (12.5 ... 31.5); with "
+    "A slave axis on the right follows the range of its master on the left (12.5 ... 31.5, rounded outward to 12.4 ... 31.6); with "
     "fixed ends of its own it repeats the master's scale exactly.",
     CreateSlaveAxis,
     {},
