@@ -7,6 +7,7 @@
 #include "vx/platform/VxCanvas.h"
 #include "vx/platform/VxComponent.h"
 #include "vx/series/VxLineLayer.h"
+#include "vx/series/VxPointKernels.h"
 #include "vx/series/VxPolylineReducer.h"
 #include "vx/series/VxSymbolStamp.h"
 
@@ -15,10 +16,6 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
-
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
 
 namespace vx {
 
@@ -462,32 +459,14 @@ void TVxSeries::GetNewYStartStop()
 void TVxSeries::ScanBothRanges()
 {
     const int n = std::min(XIdxNeeded(), YIdxNeeded());
-    const double* x = FXData ? FXData->Data() : nullptr;
-    const double* y = FYData ? FYData->Data() : nullptr;
-    double x0 = CVxMaxReal, x1 = CVxMinReal, y0 = CVxMaxReal, y1 = CVxMinReal;
-    FXMinIdx = FXMaxIdx = FYMinIdx = FYMaxIdx = -1;
-    for (int i = 0; i < n; ++i) {
-        if (!std::isfinite(x[i]) || !std::isfinite(y[i]))
-            continue;
-        if (x[i] < x0) {
-            x0 = x[i];
-            FXMinIdx = i;
-        }
-        if (x[i] > x1) {
-            x1 = x[i];
-            FXMaxIdx = i;
-        }
-        if (y[i] < y0) {
-            y0 = y[i];
-            FYMinIdx = i;
-        }
-        if (y[i] > y1) {
-            y1 = y[i];
-            FYMaxIdx = i;
-        }
-    }
-    SetRangeIfChanged(*FXRange, x0, x1);
-    SetRangeIfChanged(*FYRange, y0, y1);
+    const TVxPointRanges r
+        = ScanPointRanges(FXData ? FXData->Data() : nullptr, FYData ? FYData->Data() : nullptr, n);
+    FXMinIdx = r.XMinIdx;
+    FXMaxIdx = r.XMaxIdx;
+    FYMinIdx = r.YMinIdx;
+    FYMaxIdx = r.YMaxIdx;
+    SetRangeIfChanged(*FXRange, r.XMin, r.XMax);
+    SetRangeIfChanged(*FYRange, r.YMin, r.YMax);
     Modified();
 }
 
@@ -598,93 +577,6 @@ void TVxSeries::CalculateEachPoint(int From, int To)
 
 namespace {
 
-// The linear branch of TVxAxisMap::RealToIntPosition for a finite value, inlined for the
-// bulk mapping: the same quotient, rounded half to even and saturated the same way
-// (clamping the quotient to the saturation values gives those values).
-struct TLinearMap {
-    explicit TLinearMap(const TVxAxisMap& Map)
-        : Offset(Map.Forward() ? 0 : Map.AxisLength()), Reversed(!Map.Forward()), Scale(Map.Scale()),
-          Start(Map.IntToRealPosition(Map.Forward() ? 0 : Map.AxisLength()))
-    {
-    }
-    int operator()(double V) const
-    {
-        double q = (V - Start) / Scale;
-        q = q > kLowest ? q : kLowest; // also for NaN, which the caller discards
-        q = q < kHighest ? q : kHighest;
-        const int d = int((q + kRound) - kRound); // round half to even in the default mode
-        return Reversed ? Offset - d : Offset + d;
-    }
-
-    static constexpr double kLowest = INT_MIN / 2;
-    static constexpr double kHighest = INT_MAX / 2;
-    static constexpr double kRound = 6755399441055744.0; // 1.5 * 2^52
-    int Offset;
-    bool Reversed;
-    double Scale;
-    double Start;
-};
-
-// Maps points From..To-1 of X, Y through Xm, Ym; a point with a non-finite coordinate
-// becomes (kInvalidPixel, kInvalidPixel). Both coordinates of a point go through one
-// two-lane operation where the processor has SSE2; the result is the same bit for bit.
-void MapLinearPoints(const double* X, const double* Y, QPoint* P, int From, int To, const TLinearMap& Xm,
-                     const TLinearMap& Ym)
-{
-#if defined(__SSE2__)
-    const __m128d start = _mm_set_pd(Ym.Start, Xm.Start);
-    const __m128d scale = _mm_set_pd(Ym.Scale, Xm.Scale);
-    // Multiplying by the reciprocal is exact enough to round the same way as the division
-    // except within a rounding error of a half; those few quotients are divided after all.
-    // (Errors stay below 1e-6 up to the saturation at 2^30; beyond it both saturate.)
-    const double xInverse = 1.0 / Xm.Scale, yInverse = 1.0 / Ym.Scale;
-    const bool multiply = std::isnormal(xInverse) && std::isnormal(yInverse);
-    const __m128d inverse = _mm_set_pd(yInverse, xInverse);
-    const __m128d nearHalf = _mm_set1_pd(0.5 - 1e-6);
-    const __m128d magnitude = _mm_castsi128_pd(_mm_set1_epi64x(0x7fffffffffffffff));
-    const __m128d lowest = _mm_set1_pd(TLinearMap::kLowest);
-    const __m128d highest = _mm_set1_pd(TLinearMap::kHighest);
-    const __m128d round = _mm_set1_pd(TLinearMap::kRound);
-    const __m128d zero = _mm_setzero_pd();
-    // d -> Offset - d on a reversed axis: (d ^ -1) - (-1) == -d.
-    const __m128i negate = _mm_set_epi32(0, 0, Ym.Reversed ? -1 : 0, Xm.Reversed ? -1 : 0);
-    const __m128i offset = _mm_set_epi32(0, 0, Ym.Offset, Xm.Offset);
-    // The quotient clamped to the saturation values and rounded half to even.
-    auto rounded = [&](__m128d q) {
-        q = _mm_min_pd(_mm_max_pd(q, lowest), highest);
-        return _mm_sub_pd(_mm_add_pd(q, round), round);
-    };
-    for (int i = From; i < To; ++i) {
-        const __m128d v = _mm_set_pd(Y[i], X[i]);
-        // v - v is 0 exactly in a finite lane, NaN otherwise.
-        const bool valid = _mm_movemask_pd(_mm_cmpeq_pd(_mm_sub_pd(v, v), zero)) == 3;
-        const __m128d a = _mm_sub_pd(v, start);
-        __m128d r;
-        if (multiply) {
-            const __m128d q = _mm_min_pd(_mm_max_pd(_mm_mul_pd(a, inverse), lowest), highest);
-            r = _mm_sub_pd(_mm_add_pd(q, round), round);
-            if (_mm_movemask_pd(_mm_cmpgt_pd(_mm_and_pd(_mm_sub_pd(q, r), magnitude), nearHalf)) != 0)
-                r = rounded(_mm_div_pd(a, scale));
-        } else {
-            r = rounded(_mm_div_pd(a, scale));
-        }
-        __m128i d = _mm_cvttpd_epi32(r);
-        d = _mm_add_epi32(_mm_sub_epi32(_mm_xor_si128(d, negate), negate), offset);
-        if (valid)
-            _mm_storel_epi64(reinterpret_cast<__m128i*>(P + i), d);
-        else
-            P[i] = QPoint(kInvalidPixel, kInvalidPixel);
-    }
-#else
-    for (int i = From; i < To; ++i) {
-        if (std::isfinite(X[i]) && std::isfinite(Y[i]))
-            P[i] = QPoint(Xm(X[i]), Ym(Y[i]));
-        else
-            P[i] = QPoint(kInvalidPixel, kInvalidPixel);
-    }
-#endif
-}
-
 bool IsLinear(const TVxAxis* Axis)
 {
     return Axis->Scaling() == AxNormal && Axis->Scale() > 0.0;
@@ -702,9 +594,7 @@ void TVxSeries::CalculatePointRange(int From, int To)
     const double* y = FYData->Data();
     QPoint* p = FPoints->GetPointer(0);
     if (IsLinear(FXAxis) && IsLinear(FYAxis)) {
-        const TLinearMap xm(FXAxis->Map());
-        const TLinearMap ym(FYAxis->Map());
-        MapLinearPoints(x, y, p, From, To, xm, ym);
+        MapLinearPoints(x, y, p, From, To, TVxLinearMap(FXAxis->Map()), TVxLinearMap(FYAxis->Map()), kInvalidPixel);
         return;
     }
     const TVxAxisMap xm = FXAxis->Map();
