@@ -13,8 +13,13 @@
 #include <QPointer>
 #include <QString>
 #include <algorithm>
+#include <climits>
+#include <cstdlib>
 #include <deque>
 #include <functional>
+#include <memory>
+#include <new>
+#include <type_traits>
 #include <typeinfo>
 #include <vector>
 
@@ -247,29 +252,39 @@ private:
 };
 
 // A plain growable array (not a component) for the utility vectors below. Unlike the real
-// vectors it grows by one step at a time (Capacity + Increment).
+// vectors it grows by one step at a time (Capacity + Increment). Values that SetCount or
+// CheckCount add are undefined until set, as with reallocated memory: a series' pixel
+// cache of millions of points is written right after it grows, and clearing it first
+// would cost a pass over all of it. SetValue beyond Count clears the values it skips.
 template <class T>
 class TVxSimpleVector {
+    static_assert(std::is_trivially_copyable_v<T>, "the storage is moved by realloc");
+
 public:
     // Step < 1 gives 50.
     explicit TVxSimpleVector(int Increment = 50) : FIncrement(Increment < 1 ? 50 : Increment) {}
+    TVxSimpleVector(const TVxSimpleVector&) = delete;
+    TVxSimpleVector& operator=(const TVxSimpleVector&) = delete;
 
     int Count() const { return FCount; }
-    int Capacity() const { return int(FValues.size()); }
+    int Capacity() const { return FCapacity; }
     int Increment() const { return FIncrement; }
 
     // Raises ERangeError "i=%d index out of range" outside 0..Count-1.
     T Value(int I) const
     {
         CheckIndex(I, FCount);
-        return FValues[size_t(I)];
+        return FValues.get()[I];
     }
     // Stores V at I, extending Count to I + 1 when needed.
     void SetValue(int I, const T& V)
     {
         CheckIndex(I, I + 1);
         CheckCount(I + 1);
-        FValues[size_t(I)] = V;
+        T* values = FValues.get();
+        if (I > FCount)
+            std::fill(values + FCount, values + I, T());
+        values[I] = V;
         if (I >= FCount)
             FCount = I + 1;
     }
@@ -291,22 +306,37 @@ public:
     // Grows the capacity by whole steps until N values fit.
     void CheckCount(int N)
     {
-        if (N <= Capacity())
+        if (N <= FCapacity)
             return;
-        const int steps = (N - Capacity() + FIncrement - 1) / FIncrement;
-        size_t wanted = size_t(Capacity()) + size_t(steps) * size_t(FIncrement);
-        if (wanted > FValues.capacity())
-            FValues.reserve(std::max(wanted, FValues.capacity() * 2));
-        FValues.resize(wanted);
+        const int steps = (N - FCapacity + FIncrement - 1) / FIncrement;
+        const size_t wanted = size_t(FCapacity) + size_t(steps) * size_t(FIncrement);
+        if (wanted > FAllocated)
+            Reallocate(std::max(wanted, FAllocated * 2));
+        FCapacity = int(std::min<size_t>(wanted, INT_MAX));
     }
 
 protected:
-    T* Pointer(int I) { return FValues.data() + I; }
+    T* Pointer(int I) { return FValues.get() + I; }
 
 private:
+    struct TFree {
+        void operator()(T* P) const { std::free(P); }
+    };
     static void CheckIndex(int I, int Limit);
+    // realloc keeps the values and, for large blocks, remaps pages instead of copying.
+    void Reallocate(size_t N)
+    {
+        void* p = std::realloc(FValues.get(), N * sizeof(T));
+        if (!p)
+            throw std::bad_alloc();
+        FValues.release();
+        FValues.reset(static_cast<T*>(p));
+        FAllocated = N;
+    }
 
-    std::vector<T> FValues;
+    std::unique_ptr<T, TFree> FValues;
+    size_t FAllocated = 0;
+    int FCapacity = 0;
     int FCount = 0;
     int FIncrement;
 };

@@ -317,6 +317,8 @@ protected:
     static double ComponentValue(const TVxCustomRealVector* V, int Index);
     // Before drawing: points and children up to date; false when the graph is updating.
     bool PrepareDrawing();
+    // The line is a thin solid one, drawn from its per-column reduction.
+    bool DrawsReducedLine() const;
     // Rebuilds (or extends) the reduced polyline from the pixel cache.
     void UpdateReducedLine();
     // Rebuilds (or extends) the reduced outlines of the area fill from the pixel cache.
