@@ -59,6 +59,25 @@ TEST(VxComponent, StateFlagsAreOwnAndDesignOrDestroyIsInherited)
     EXPECT_FALSE(IsDesigning(axis));
 }
 
+TEST(VxComponent, ChildrenOfADyingWidgetSeeTheFlag)
+{
+    // QWidget emits destroyed (which drops its own state) before deleting its children.
+    struct Child : QObject {
+        using QObject::QObject;
+        bool* Seen;
+        ~Child() override { *Seen = IsDestroying(this); }
+    };
+    struct Parent : QWidget {
+        ~Parent() override { Destroying(this); }
+    };
+    bool seen = false;
+    auto* parent = new Parent;
+    auto* child = new Child(new QObject(parent));
+    child->Seen = &seen;
+    delete parent;
+    EXPECT_TRUE(seen);
+}
+
 TEST(VxComponent, EndLoadingCallsLoadedRootFirstInCreationOrder)
 {
     std::vector<QString> log;

@@ -126,7 +126,13 @@ void ExcludeComponentState(QObject* Obj, TComponentState Flags)
 
 void Destroying(QObject* Obj)
 {
+    // The flag goes on every descendant too: a dying object's own entry leaves the table
+    // when it emits destroyed, which QWidget does before it deletes its children.
+    if (!Obj || (OwnState(Obj) & csDestroying))
+        return;
     IncludeComponentState(Obj, csDestroying);
+    for (QObject* child : Obj->children())
+        Destroying(child);
 }
 
 void BeginLoading(QObject* Root)

@@ -28,8 +28,9 @@ void ExcludeComponentState(QObject* Obj, TComponentState Flags);
 inline bool IsDesigning(const QObject* Obj) { return (ComponentState(Obj) & csDesigning) != 0; }
 inline bool IsLoading(const QObject* Obj) { return (ComponentState(Obj) & csLoading) != 0; }
 inline bool IsDestroying(const QObject* Obj) { return (ComponentState(Obj) & csDestroying) != 0; }
-// Marks Obj as being destroyed; call first thing in a component's destructor, so that
-// its children (destroyed after it) see csDestroying and skip refreshing.
+// Marks Obj and all its descendants as being destroyed; call first thing in a component's
+// destructor, so that its children (destroyed after it) see csDestroying and skip
+// refreshing.
 void Destroying(QObject* Obj);
 
 // Components that react when a batch of properties or settings has been applied.
