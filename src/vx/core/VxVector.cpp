@@ -148,10 +148,14 @@ void TVxCustomRealVector::ResizeStorage(int NewCapacity)
 {
     // The logical capacity follows the documented linear rule; the allocation underneath
     // at least doubles, so a run of appends costs amortised O(1) per value.
+    // A smaller capacity gives the memory back.
     const size_t wanted = size_t(NewCapacity);
     if (wanted > FValues.capacity())
         FValues.reserve(std::max(wanted, FValues.capacity() * 2));
+    const bool shrinking = wanted < FValues.size();
     FValues.resize(wanted);
+    if (shrinking)
+        FValues.shrink_to_fit();
     FCapacity = NewCapacity;
 }
 
