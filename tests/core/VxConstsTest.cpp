@@ -19,12 +19,6 @@ void WriteFile(const QString& path, const QByteArray& content)
     f.write(content);
 }
 
-QByteArray ReadFile(const QString& path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
 // Restores the names of the running executable after a test changed them.
 struct DirsRestorer {
     ~DirsRestorer() { VxFillDirs(); }
@@ -32,22 +26,16 @@ struct DirsRestorer {
 
 } // namespace
 
-TEST(VxConsts, NamesAreFilledFromTheRunningExecutable)
-{
-    EXPECT_EQ(ProgName, QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName());
-    EXPECT_EQ(ProgPath, QFileInfo(QCoreApplication::applicationFilePath()).absolutePath() + QLatin1Char('/'));
-    EXPECT_TRUE(UserDataPath.isEmpty());
-    EXPECT_TRUE(LocalAppDataDir.isEmpty());
-}
-
 TEST(VxConsts, NamesDerivedFromAnExecutablePath)
 {
+    const QFileInfo running(QCoreApplication::applicationFilePath()); // filled at startup
+    EXPECT_EQ(ProgName, running.completeBaseName());
+    EXPECT_EQ(ProgPath, running.absolutePath() + QLatin1Char('/'));
+    EXPECT_TRUE(UserDataPath.isEmpty() && LocalAppDataDir.isEmpty());
+
     DirsRestorer restore;
     const struct {
-        const char* exe;
-        const char* ini;
-        const char* name;
-        const char* path;
+        const char *exe, *ini, *name, *path;
     } rows[] = {
         {"/opt/app/bin/demo.exe", "/opt/app/bin/demo.INI", "demo", "/opt/app/bin/"},
         {"/opt/app.d/demo", "/opt/app.d/demo.INI", "demo", "/opt/app.d/"},
@@ -73,24 +61,19 @@ TEST(VxConsts, InitDirsSeedsTheUserCopyOnce)
 {
     DirsRestorer restore;
     QTemporaryDir tmp;
-    ASSERT_TRUE(tmp.isValid());
     QDir(tmp.path()).mkdir(QStringLiteral("bin"));
     VxFillDirs(tmp.filePath(QStringLiteral("bin/demo")));
     WriteFile(ProgPath + QStringLiteral("demo.usr"), "shipped");
-
-    UserSettingsPath = tmp.filePath(QStringLiteral("user/"));
-    UserSettings = UserSettingsPath + QStringLiteral("demo.usr");
-    VxInitDirs();
-    EXPECT_EQ(ReadFile(UserSettings), QByteArray("shipped"));
-
-    // An existing user copy is never replaced.
+    auto initIn = [&](const char* dir) {
+        UserSettingsPath = tmp.filePath(QString::fromLatin1(dir));
+        UserSettings = UserSettingsPath + QStringLiteral("demo.usr");
+        VxInitDirs();
+        QFile f(UserSettings);
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
+    };
+    EXPECT_EQ(initIn("user/"), QByteArray("shipped"));
     WriteFile(UserSettings, "mine");
-    VxInitDirs();
-    EXPECT_EQ(ReadFile(UserSettings), QByteArray("mine"));
-
+    EXPECT_EQ(initIn("user/"), QByteArray("mine")); // an existing user copy is never replaced
     // Only one directory level is created; a deeper target is silently skipped.
-    UserSettingsPath = tmp.filePath(QStringLiteral("a/b/"));
-    UserSettings = UserSettingsPath + QStringLiteral("demo.usr");
-    VxInitDirs();
-    EXPECT_FALSE(QFile::exists(UserSettings));
+    EXPECT_EQ(initIn("a/b/"), QByteArray("<missing>"));
 }
