@@ -29,16 +29,15 @@ QString Q(const char* s)
 
 TEST(VxStrings, RealToTextForms)
 {
-    EXPECT_EQ(RealToStr(1.0 / 3.0), Q("0.33333333333333"));
-    EXPECT_EQ(RealToStr(1e13), Q("10000000000000"));
-    EXPECT_EQ(RealToStr(1e14), Q("1E14"));
-    EXPECT_EQ(RealToStr(std::numeric_limits<double>::quiet_NaN()), Q("NAN"));
-    EXPECT_EQ(RealToStrDigits(3.14159265, 4), Q("3.14"));
-    EXPECT_EQ(RealToStrDigits(-3.14159265, 4), Q("-3.1"));
-    EXPECT_EQ(RealToStrDigits(1.0 / 3.0, 0), Q("0.333333333333333"));
-    EXPECT_EQ(RealToStrDigits(12345.0, 5), Q("12345"));
-    // The platform never formats with fewer than 2 digits, so this cannot fit.
-    EXPECT_EQ(RealToStrDigits(12345.0, 3), Q("1.2E4"));
+    // Digits 0 is the 15-digit form; the platform never formats with fewer than 2 digits,
+    // so 12345 cannot fit 3 characters.
+    for (auto [x, digits, expected] : {std::tuple{1.0 / 3.0, -1, "0.33333333333333"}, {1e13, -1, "10000000000000"},
+                                       {1e14, -1, "1E14"}, {NAN, -1, "NAN"}, {3.14159265, 4, "3.14"},
+                                       {-3.14159265, 4, "-3.1"}, {1.0 / 3.0, 0, "0.333333333333333"},
+                                       {12345.0, 5, "12345"}, {12345.0, 3, "1.2E4"}}) {
+        SCOPED_TRACE(expected);
+        EXPECT_EQ(digits < 0 ? RealToStr(x) : RealToStrDigits(x, digits), Q(expected));
+    }
     EXPECT_EQ(Float8_4(1e-7), Q("1E-0007"));
     EXPECT_EQ(Float8_4(2.0 / 3.0), Q("0.66666667"));
 }
@@ -70,56 +69,28 @@ TEST(VxStrings, IsNumberNeedsTheWholeText)
     }
 }
 
-TEST(VxStrings, IntegerAndTimeTexts)
+TEST(VxStrings, IntegerTimeAndColumnTexts)
 {
-    EXPECT_EQ(IntToStrDigits(7, 3), Q("007"));
-    EXPECT_EQ(IntToStrDigits(1234, 2), Q("1234"));
-    EXPECT_EQ(IntToStrDigits(-7, 3), Q("-07"));
-    EXPECT_EQ(IntToStrDigits(0, 0), Q("0"));
-
-    const struct {
-        int seconds;
-        const char* expected;
-    } rows[] = {{59, "00:59"},         {3600, "01:00:00"},   {90061, "1d01:01:01"},
-                {183787, "2d03:03:07"}, {86400, "1d00:00"}, {3599, "59:59"},
-                {-5, "00:00"}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.seconds);
-        EXPECT_EQ(SecondsToStr(row.seconds), Q(row.expected));
-    }
-}
-
-TEST(VxStrings, ColumnLettersAndBlanks)
-{
-    const struct {
-        int n;
-        const char* expected;
-    } rows[] = {{1, "A"}, {26, "Z"}, {27, "AA"}, {52, "AZ"}, {702, "ZZ"}, {703, "AAA"},
-                {0, ""},  {-3, ""}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.n);
-        EXPECT_EQ(ColumnToCharHeader(row.n), Q(row.expected));
-    }
+    for (auto [n, digits, expected] : {std::tuple{7, 3, "007"}, {1234, 2, "1234"}, {-7, 3, "-07"}, {0, 0, "0"}})
+        EXPECT_EQ(IntToStrDigits(n, short(digits)), Q(expected));
+    for (auto [seconds, expected] : {std::pair{59, "00:59"}, {3600, "01:00:00"}, {90061, "1d01:01:01"},
+                                     {183787, "2d03:03:07"}, {86400, "1d00:00"}, {3599, "59:59"}, {-5, "00:00"}})
+        EXPECT_EQ(SecondsToStr(seconds), Q(expected));
+    for (auto [n, expected] : {std::pair{1, "A"}, {26, "Z"}, {27, "AA"}, {52, "AZ"}, {702, "ZZ"},
+                               {703, "AAA"}, {0, ""}, {-3, ""}})
+        EXPECT_EQ(ColumnToCharHeader(n), Q(expected));
     EXPECT_EQ(StripBlanks(Q(" Linear Regression (2) ")), Q("LinearRegression(2)"));
 }
 
 TEST(VxStrings, ErasingUpToNumbers)
 {
-    QString s = Q("x = -1.5; y");
-    EraseToNumber(s);
-    EXPECT_EQ(s, Q("-1.5; y"));
-    EraseToNumber(s);
-    EXPECT_EQ(s, Q("-1.5; y"));
-
-    s = Q("a12b34c");
-    EraseToNextNumber(s);
-    EXPECT_EQ(s, Q("34c"));
-    s = Q("no digits");
-    EraseToNextNumber(s);
-    EXPECT_EQ(s, Q(""));
-    s = Q("Time 5");
-    EraseToNumber(s); // 'e' counts as a number character
-    EXPECT_EQ(s, Q("e 5"));
+    // 'e' counts as a number character; no digits at all empties the text.
+    for (auto [next, text, rest] : {std::tuple{false, "x = -1.5; y", "-1.5; y"}, {false, "-1.5; y", "-1.5; y"},
+                                    {false, "Time 5", "e 5"}, {true, "a12b34c", "34c"}, {true, "no digits", ""}}) {
+        QString s = Q(text);
+        next ? EraseToNextNumber(s) : EraseToNumber(s);
+        EXPECT_EQ(s, Q(rest)) << text;
+    }
 }
 
 TEST(VxStrings, ExtractOneNumberCutsTheTextToTheNextNumber)
