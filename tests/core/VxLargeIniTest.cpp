@@ -14,7 +14,6 @@
 #include <gtest/gtest.h>
 #include "support/ExpectThrowMessage.h"
 
-#include <functional>
 #include <memory>
 #include <unistd.h>
 
@@ -27,6 +26,13 @@ TVxIniList ListOf(const QStringList& lines)
     TVxIniList list;
     list.Lines() = lines;
     return list;
+}
+
+void WriteBytes(const QString& path, const QByteArray& bytes)
+{
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(bytes);
 }
 
 QString FileText(const QString& path)
@@ -80,14 +86,10 @@ TEST(VxIniList, ReadStringMatching)
         const char* key;
         const char* expected;
     } rows[] = {
-        {"Graph", "size", "3"},
-        {"GRAPH", "Sizes", "4"},
-        {"Graph", "Name", "a=b"},   // only the first "Key=" is cut off
-        {"Graph", "Other", "dflt"}, // scan stops at the next head
-        {"Empty", "z", "dflt"},     // a head right after the head ends the section
-        {"Last", "z", "9"},
-        {"Missing", "z", "dflt"},
-        {"Graph", "Siz", "dflt"},
+        {"Graph", "size", "3"}, {"GRAPH", "Sizes", "4"}, {"Last", "z", "9"}, {"Missing", "z", "dflt"},
+        {"Graph", "Siz", "dflt"}, {"Graph", "Name", "a=b"}, // only the first "Key=" is cut off
+        {"Graph", "Other", "dflt"},                          // scan stops at the next head
+        {"Empty", "z", "dflt"}, // a head right after the head ends the section
     };
     for (const auto& r : rows) {
         SCOPED_TRACE(std::string(r.section) + "/" + r.key);
@@ -160,64 +162,55 @@ TEST(VxIniList, ArraysAndVectors)
     TVxIniList list;
     list.WriteRealArray("A", "r", {1.5, -2, 1e-20, 99}, 2);
     list.WriteIntArray("A", "i", {3, -4, 5});
-    TVxRealVector v;
+    TVxRealVector v, empty;
     v.Add(0.25);
     v.Add(-1);
     list.WriteRealVector("A", "v", v);
-    list.WriteRealVector("A", "e", TVxRealVector());
+    list.WriteRealVector("A", "e", empty);
     list.WriteRealPos("A", "p", {1.25, -3});
     EXPECT_EQ(list.Lines(), (QStringList{"", "[A]", "r=1.5;-2;1E-20", "i=3;-4;5", "v=0.25;-1", "e=", "p=1.25;-3"}));
 
-    TVxRealArray r(2, 7.0);
-    list.ReadRealArray("A", "r", r, 2);
+    TVxRealArray r(2, 7.0), untouched{7, 8};
+    list.ReadRealArray("A", "r", r, 2); // grows the array
     EXPECT_EQ(r, (TVxRealArray{1.5, -2, 1e-20}));
-    TVxRealArray untouched{7, 8};
     list.ReadRealArray("A", "missing", untouched, 1);
     EXPECT_EQ(untouched, (TVxRealArray{7, 8}));
     TVxIntegerArray ia(3);
     list.ReadIntArray("A", "i", ia);
     EXPECT_EQ(ia, (TVxIntegerArray{3, -4, 5}));
-
     TVxRealVector back;
     back.Add(100);
     list.ReadRealVector("A", "v", back);
     EXPECT_EQ(back.ToArray(), (TVxRealArray{0.25, -1}));
     list.ReadRealVector("A", "e", back);
     EXPECT_EQ(back.Count(), 0);
-
     TVxRealPos p{9, 9};
     list.ReadRealPos("A", "p", p);
     EXPECT_EQ(p, (TVxRealPos{1.25, -3}));
 }
 
-TEST(VxIniList, ArrayReadersPassShortListErrorsOn)
+TEST(VxIniList, ShortAndMalformedValues)
 {
-    TVxIniList list = ListOf({"[A]", "r=1;2", "i=4;5"});
+    TVxIniList list = ListOf({"[A]", "r=1;2", "i=4;5", "p=7", "q=1;1E999", "v=1;2;x;", "w=1;2E999;3", "[XY]",
+                              "a=1;2", "junk", "b=3 4", "c=5", "h=1E999;0", "d=6;7;8"});
     TVxRealArray r{0, 0, 9};
-    EXPECT_THROW(list.ReadRealArray("A", "r", r, 2), EConvertError);
-    EXPECT_EQ(r[0], 1);
-    EXPECT_EQ(r[1], 2);
+    EXPECT_THROW(list.ReadRealArray("A", "r", r, 2), EConvertError); // too few numbers
+    EXPECT_EQ(r, (TVxRealArray{1, 2, 9}));
     // The integer extraction leaves a last number in place, so it is read again.
     TVxIntegerArray ia{0, 0, 9};
     list.ReadIntArray("A", "i", ia);
     EXPECT_EQ(ia, (TVxIntegerArray{4, 5, 5}));
-}
 
-TEST(VxIniList, MalformedValuesKeepDefaults)
-{
-    TVxIniList list = ListOf({"[A]", "p=7", "q=1;1E999", "v=1;2;x;", "w=1;2E999;3", "[XY]", "a=1;2",
-                              "junk", "b=3 4", "c=5", "h=1E999;0", "d=6;7;8"});
+    // A position needs two numbers within the double range; a vector ends at a bad element.
     TVxRealPos p{1, 1};
-    list.ReadRealPos("A", "p", p); // only one number: kept
-    EXPECT_EQ(p, (TVxRealPos{1, 1}));
-    list.ReadRealPos("A", "q", p); // a number beyond the double range is malformed too
+    list.ReadRealPos("A", "p", p);
+    list.ReadRealPos("A", "q", p);
     EXPECT_EQ(p, (TVxRealPos{1, 1}));
     TVxRealVector v;
     list.ReadRealVector("A", "v", v);
     EXPECT_EQ(v.ToArray(), (TVxRealArray{1, 2}));
     list.ReadRealVector("A", "w", v);
     EXPECT_EQ(v.ToArray(), (TVxRealArray{1}));
-
     TVxRealVector x, y;
     x.Add(42);
     list.ReadXYVector("XY", x, y);
@@ -227,52 +220,33 @@ TEST(VxIniList, MalformedValuesKeepDefaults)
 
 TEST(VxIniList, FontLineAndAreaRoundTrip)
 {
-    TVxIniList list;
+    // Read from text (key case ignored) and written back: the same lines.
+    const QStringList text{"", "[F]", "Title.Name=DejaVu Serif", "Title.Charset=2", "Title.Color=8388608",
+                           "Title.Size=13", "Title.Bold=1", "Title.Italic=0", "Title.Underline=0",
+                           "Title.StrikeOut=1", "Grid.Visible=0", "Grid.Color=32768", "Grid.Style=3",
+                           "Grid.Width=3", "Fill.Visible=1", "Fill.Color=255", "Fill.Style=6", "Fill.DrawXORed=0"};
     TFont font;
-    font.SetName("DejaVu Serif");
-    font.SetSize(13);
-    font.SetColor(clNavy);
-    font.SetCharset(SYMBOL_CHARSET);
-    font.SetStyle(TFontStyles{fsBold, fsStrikeOut});
-    list.WriteFont("F", "Title", font);
-    EXPECT_EQ(list.Lines(), (QStringList{"", "[F]", "Title.Name=DejaVu Serif", "Title.Charset=2",
-                                         "Title.Color=8388608", "Title.Size=13", "Title.Bold=1",
-                                         "Title.Italic=0", "Title.Underline=0", "Title.StrikeOut=1"}));
-    TFont back; // read back (key case ignored) and written again: the same lines
-    list.ReadFont("F", "title", back);
-    TVxIniList again;
-    again.WriteFont("F", "Title", back);
-    EXPECT_EQ(again.Lines(), list.Lines());
-
     TVxLineStyle line;
-    line.SetColor(clGreen);
-    line.SetStyle(psDashDot);
-    line.SetWidth(3);
-    line.SetVisible(false);
-    list.WriteLine("L", "Grid", line);
-    TVxLineStyle lineBack;
-    list.ReadLine("L", "Grid", lineBack);
-    EXPECT_TRUE(lineBack.SameAs(line));
-    EXPECT_EQ(list.ReadString("L", "Grid.Style", ""), QStringLiteral("3"));
-
     TVxAreaStyle area;
-    area.SetColor(clRed);
-    area.SetStyle(bsCross);
-    area.SetDrawXOred(false);
-    list.WriteArea("L", "Fill", area);
-    TVxAreaStyle areaBack;
-    list.ReadArea("L", "Fill", areaBack);
-    EXPECT_TRUE(areaBack.SameAs(area));
-    EXPECT_EQ(list.ReadString("L", "Fill.DrawXORed", ""), QStringLiteral("0"));
+    const TVxIniList list = ListOf(text);
+    list.ReadFont("F", "title", font);
+    list.ReadLine("F", "Grid", line);
+    list.ReadArea("F", "fill", area);
+    EXPECT_TRUE(font.Name() == "DejaVu Serif" && font.Charset() == SYMBOL_CHARSET && font.Color() == clNavy
+                && font.Size() == 13 && font.Style() == (TFontStyles{fsBold, fsStrikeOut}));
+    EXPECT_TRUE(!line.Visible() && line.Color() == clGreen && line.Style() == psDashDot && line.Width() == 3);
+    EXPECT_TRUE(area.Visible() && area.Color() == clRed && area.Style() == bsCross && !area.DrawXOred());
+    TVxIniList back;
+    back.WriteFont("F", "Title", font);
+    back.WriteLine("F", "Grid", line);
+    back.WriteArea("F", "Fill", area);
+    EXPECT_EQ(back.Lines(), text);
 
     // Missing sub-keys and unknown ordinals leave the current values.
-    TVxIniList partial = ListOf({"[P]", "Pen.Width=5", "Pen.Style=99"});
     TVxLineStyle kept;
     kept.SetColor(clBlue);
-    partial.ReadLine("P", "Pen", kept);
-    EXPECT_EQ(kept.Color(), clBlue);
-    EXPECT_EQ(kept.Style(), psSolid);
-    EXPECT_EQ(kept.Width(), 5);
+    ListOf({"[P]", "Pen.Width=5", "Pen.Style=99"}).ReadLine("P", "Pen", kept);
+    EXPECT_EQ(std::make_tuple(kept.Color(), kept.Style(), kept.Width()), std::make_tuple(clBlue, psSolid, 5));
 }
 
 // ---------------------------------------------------------------- windows and components
@@ -365,39 +339,14 @@ TEST(VxLargeIniFile, SavesOnDestructionWithoutLeadingEmptyLines)
     }
     EXPECT_EQ(FileText(path), QStringLiteral("[S]\nK=V\n\n[T]\na=b\n"));
 
-    // Untouched files are not rewritten.
-    QFile::remove(path);
-    QFile f(path);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write("[S]\r\nK=V\r\n");
-    f.close();
-    {
-        TVxLargeIniFile ini(path);
-        EXPECT_EQ(ini.Lines(), (QStringList{"[S]", "K=V"}));
-    }
+    // Untouched files are not rewritten; any line ends are read.
+    WriteBytes(path, "[S]\r\nK=V\r\n");
+    EXPECT_EQ(TVxLargeIniFile(path).Lines(), (QStringList{"[S]", "K=V"}));
     EXPECT_EQ(FileText(path), QStringLiteral("[S]\r\nK=V\r\n"));
-}
-
-TEST(VxLargeIniFile, ReadsByteOrderMarkAndLatin1Files)
-{
-    QTemporaryDir dir;
-    const struct {
-        const char* name;
-        QByteArray bytes;
-        QString value;
-    } rows[] = {
-        {"utf-8 with BOM", QByteArray("\xEF\xBB\xBF[S]\nK=\xC2\xB5m\n"), QStringLiteral("\u00B5m")},
-        {"latin-1", QByteArray("[S]\rK=\xB5m"), QStringLiteral("\u00B5m")},
-    };
-    for (const auto& r : rows) {
-        SCOPED_TRACE(r.name);
-        const QString path = dir.filePath(QString::fromLatin1(r.name));
-        QFile f(path);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(r.bytes);
-        f.close();
-        TVxLargeIniFile ini(path);
-        EXPECT_EQ(ini.ReadString("S", "K", ""), r.value);
+    // A byte-order mark is skipped; a file that is not valid UTF-8 is Latin-1.
+    for (const QByteArray& bytes : {QByteArray("\xEF\xBB\xBF[S]\nK=\xC2\xB5m\n"), QByteArray("[S]\rK=\xB5m")}) {
+        WriteBytes(path, bytes);
+        EXPECT_EQ(TVxLargeIniFile(path).ReadString("S", "K", ""), QStringLiteral("\u00B5m")) << bytes.size();
     }
 }
 
