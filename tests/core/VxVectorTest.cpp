@@ -3,7 +3,6 @@
 
 #include <QSqlDatabase>
 #include <QSqlQuery>
-#include <QSqlRecord>
 #include <QSqlTableModel>
 #include <QStandardItemModel>
 #include <QTemporaryDir>
@@ -54,26 +53,26 @@ public:
 
 // ---------------------------------------------------------------- storage rules
 
-TEST(VxRealVector, CapacityAndIncrementRules)
+TEST(VxRealVector, CapacityIncrementAndIndexRules)
 {
     TVxRealVector v;
     EXPECT_EQ(std::make_tuple(v.Count(), v.Capacity(), v.Increment()), std::make_tuple(0, 50, 50));
     v.SetIncrement(10); // below 50: ignored
     EXPECT_EQ(v.Increment(), 50);
     v.SetIncrement(51);
-    EXPECT_EQ(v.Increment(), 51);
-
     for (int i = 0; i < 5; ++i)
         v.Add(i);
     v.SetCapacity(5); // = Count: ignored
     EXPECT_EQ(v.Capacity(), 50);
     v.SetCapacity(6); // shrinks down to Count + 1
     EXPECT_EQ(v.Capacity(), 6);
-    EXPECT_EQ(v.ToArray(), (std::vector<double>{0, 1, 2, 3, 4}));
-
-    // Reaching the capacity grows it to N + Increment.
-    v.SetValue(5, 5); // N = 6 >= 6
+    v.Insert(1, -1); // N = 6 reaches the capacity: it grows to N + Increment
     EXPECT_EQ(v.Capacity(), 6 + 51);
+    EXPECT_EQ(v.ToArray(), (std::vector<double>{0, -1, 1, 2, 3, 4}));
+
+    for (int i : {6, 100, -1})
+        VX_EXPECT_THROW_MSG((void)v.Value(i), ERangeError, QStringLiteral("i=%1 index out of range").arg(i));
+    EXPECT_THROW(v.SetValue(-1, 0), ERangeError);
     EXPECT_EQ(v.Count(), 6);
 }
 
@@ -82,7 +81,6 @@ TEST(VxRealVector, WritingBeyondCountExtendsAndGapKeepsStorage)
     TVxRealVector v;
     v.SetValue(3, 7.5);
     EXPECT_EQ(v.ToArray(), (std::vector<double>{0, 0, 0, 7.5}));
-
     // After Clear the old values are still in the storage and reappear in a gap.
     v.Clear();
     EXPECT_EQ(v.Count(), 0);
@@ -92,78 +90,39 @@ TEST(VxRealVector, WritingBeyondCountExtendsAndGapKeepsStorage)
     v.Add(9);
     v.SetValue(3, 2);
     EXPECT_EQ(v.ToArray(), (std::vector<double>{9, 0, 1.0, 2}));
-
     // Growth past a shrunk capacity yields zeros, not stale values.
-    TVxRealVector w;
-    w.SetValue(9, 1);
-    w.Clear();
-    w.Add(1);
-    w.SetCapacity(2);
-    w.SetValue(5, 3);
-    EXPECT_EQ(w.ToArray(), (std::vector<double>{1, 0, 0, 0, 0, 3}));
-}
-
-TEST(VxRealVector, IndexErrors)
-{
-    TVxRealVector v;
-    v.Add(1);
-    v.Add(2);
-    const struct {
-        const char* name;
-        int index;
-        const char* message;
-    } rows[] = {
-        {"at Count", 2, "i=2 index out of range"},
-        {"far beyond", 100, "i=100 index out of range"},
-        {"negative", -1, "i=-1 index out of range"},
-    };
-    for (const auto& r : rows) {
-        SCOPED_TRACE(r.name);
-        VX_EXPECT_THROW_MSG((void)v.Value(r.index), ERangeError, QString::fromLatin1(r.message));
-    }
-    EXPECT_THROW(v.SetValue(-1, 0), ERangeError);
-    EXPECT_EQ(v.Count(), 2);
+    v.Clear();
+    v.SetCapacity(2);
+    v.SetValue(5, 3);
+    EXPECT_EQ(v.ToArray(), (std::vector<double>{9, 0, 0, 0, 0, 3}));
 }
 
 TEST(VxRealVector, AddDeleteInsert)
 {
-    using Op = std::function<void(TVxRealVector&)>;
+    // {operation, index, expected} on 1 2 3; an index at Count or below 0 is ignored.
     const struct {
-        const char* name;
-        Op op;
+        char op;
+        int index;
         std::vector<double> expected;
     } rows[] = {
-        {"add returns new count", [](TVxRealVector& v) { EXPECT_EQ(v.Add(9), 4); }, {1, 2, 3, 9}},
-        {"delete first", [](TVxRealVector& v) { v.Delete(0); }, {2, 3}},
-        {"delete middle", [](TVxRealVector& v) { v.Delete(1); }, {1, 3}},
-        {"delete last", [](TVxRealVector& v) { v.Delete(2); }, {1, 2}},
-        {"delete at Count ignored", [](TVxRealVector& v) { v.Delete(3); }, {1, 2, 3}},
-        {"delete negative ignored", [](TVxRealVector& v) { v.Delete(-1); }, {1, 2, 3}},
-        {"insert first", [](TVxRealVector& v) { v.Insert(0, 9); }, {9, 1, 2, 3}},
-        {"insert before last", [](TVxRealVector& v) { v.Insert(2, 9); }, {1, 2, 9, 3}},
-        {"insert at Count ignored", [](TVxRealVector& v) { v.Insert(3, 9); }, {1, 2, 3}},
-        {"insert negative ignored", [](TVxRealVector& v) { v.Insert(-1, 9); }, {1, 2, 3}},
+        {'D', 0, {2, 3}}, {'D', 1, {1, 3}}, {'D', 2, {1, 2}}, {'D', 3, {1, 2, 3}}, {'D', -1, {1, 2, 3}},
+        {'I', 0, {9, 1, 2, 3}}, {'I', 2, {1, 2, 9, 3}}, {'I', 3, {1, 2, 3}}, {'I', -1, {1, 2, 3}},
     };
     for (const auto& r : rows) {
-        SCOPED_TRACE(r.name);
+        SCOPED_TRACE(std::string(1, r.op) + std::to_string(r.index));
         TVxRealVector v;
-        for (double x : {1, 2, 3})
+        for (double x : {1, 2})
             v.Add(x);
-        r.op(v);
+        EXPECT_EQ(v.Add(3), 3); // the new count
+        r.op == 'D' ? v.Delete(r.index) : v.Insert(r.index, 9);
         EXPECT_EQ(v.ToArray(), r.expected);
     }
-}
-
-TEST(VxRealVector, InsertAcrossCapacityBoundary)
-{
-    TVxRealVector v;
+    TVxRealVector v; // inserting across the capacity boundary keeps every value
     for (int i = 0; i < 50; ++i)
         v.Add(i);
     v.Insert(10, -1);
     ASSERT_EQ(v.Count(), 51);
-    EXPECT_EQ(v.Value(10), -1);
-    EXPECT_EQ(v.Value(11), 10);
-    EXPECT_EQ(v.Value(50), 49);
+    EXPECT_EQ(std::make_tuple(v.Value(10), v.Value(11), v.Value(50)), std::make_tuple(-1.0, 10.0, 49.0));
 }
 
 TEST(VxRealVector, ValuesPropertyFollowsPersistentValues)
@@ -190,35 +149,23 @@ TEST(VxLiveVector, NoticesCarryIndexDeletedFlagAndOrder)
     TVxLiveVector v;
     Listener l(&v);
     v.IChangedList().Add(&l, &Listener::VectorChanged);
-
-    v.Add(1);                       // (0,false) after Count grew
-    v.Add(2);                       // (1,false)
-    v.Add(3);                       // (2,false)
-    v.Insert(1, 9);                 // (1,false): 1 9 2 3
-    v.SetValue(5, 4);               // (5,false): gap at 4
-    v.Delete(1);                    // (1,true) before Count drops: 1 2 3 0 4
-    v.Delete(v.Count());            // (5,true): drops the last value
-    v.Clear();                      // (-1,true) before Count drops
+    v.Delete(0);         // empty: nothing to drop, no notice
+    v.Add(1);            // (0,false) after Count grew
+    v.Add(2);            // (1,false)
+    v.Add(3);            // (2,false)
+    v.Insert(1, 9);      // (1,false): 1 9 2 3
+    v.SetValue(5, 4);    // (5,false): gap at 4
+    v.Delete(1);         // (1,true) before Count drops: 1 2 3 0 4
+    v.Delete(v.Count()); // (5,true): drops the last value
+    v.Delete(9);         // beyond Count: ignored
+    EXPECT_EQ(v.ToArray(), (std::vector<double>{1, 2, 3, 0}));
+    v.Clear();           // (-1,true) before Count drops
     const std::vector<Notice> expected = {
         {0, false, 1}, {1, false, 2}, {2, false, 3}, {1, false, 4}, {5, false, 6},
         {1, true, 6}, {5, true, 5}, {-1, true, 4},
     };
     EXPECT_EQ(l.Received, expected);
     EXPECT_EQ(v.Count(), 0);
-}
-
-TEST(VxLiveVector, DeleteOnAnEmptyVectorOrBeyondCountIsIgnored)
-{
-    TVxLiveVector v;
-    Listener l(&v);
-    v.IChangedList().Add(&l, &Listener::VectorChanged);
-    v.Delete(0); // nothing to drop
-    EXPECT_EQ(v.Count(), 0);
-    EXPECT_TRUE(l.Received.empty());
-    v.Add(1);
-    v.Delete(2); // beyond Count: ignored
-    EXPECT_EQ(v.ToArray(), std::vector<double>{1});
-    EXPECT_EQ(l.Received, (std::vector<Notice>{{0, false, 1}}));
 }
 
 TEST(VxValueIChangedList, SubscribersAreCalledInSubscriptionOrder)
@@ -329,17 +276,29 @@ std::unique_ptr<QStandardItemModel> ColumnModel(const QStringList& ys)
 
 } // namespace
 
-TEST(VxDBVector, MirrorsColumnUpToFirstEmptyValue)
+TEST(VxDBVector, MirrorsColumnUpToFirstEmptyValueAndLetsGoOfTheModel)
 {
     auto m = ColumnModel({"1", "2.5", "3", "4", "", "6"});
-    TVxDBVector v;
-    v.SetDataSource(m.get());
-    EXPECT_EQ(v.Count(), 0); // no field yet: not bound
-    v.SetDataField(QStringLiteral("y")); // header match ignores case
-    EXPECT_EQ(v.ToArray(), (std::vector<double>{1, 2.5, 3, 4}));
+    TVxDBVector unbound;
+    unbound.SetDataSource(m.get());
+    EXPECT_EQ(unbound.Count(), 0); // no field: not bound
 
-    v.SetDataField(QStringLiteral("Missing")); // unbound: values stay
-    EXPECT_EQ(v.Count(), 4);
+    QObject form; // while the form loads, the reload waits for Loaded
+    auto* v = new TVxDBVector(&form);
+    BeginLoading(&form);
+    v->SetDataSource(m.get());
+    v->SetDataField(QStringLiteral("y")); // header match ignores case
+    EXPECT_EQ(v->Count(), 0);
+    EndLoading(&form);
+    EXPECT_EQ(v->ToArray(), (std::vector<double>{1, 2.5, 3, 4}));
+    v->SetDataField(QStringLiteral("Missing")); // unbound: values stay
+    EXPECT_EQ(v->Count(), 4);
+
+    v->SetDataField(QStringLiteral("Y"));
+    m.reset();
+    EXPECT_EQ(v->DataSource(), nullptr);
+    v->UpdateVector(); // unbound: nothing happens
+    EXPECT_EQ(v->Count(), 4);
 }
 
 TEST(VxDBVector, FollowsEditsInsertsAndRemovals)
@@ -360,10 +319,7 @@ TEST(VxDBVector, FollowsEditsInsertsAndRemovals)
     EXPECT_EQ(v.ToArray(), (std::vector<double>{20, 3, 4}));
     m->insertRow(1, {new QStandardItem("x"), new QStandardItem("7")}); // inside: reload
     EXPECT_EQ(v.ToArray(), (std::vector<double>{20, 7, 3, 4}));
-    const std::vector<Notice> expected = {
-        {1, false, 3}, {3, false, 4}, {0, true, 4}, {-1, true, 4},
-    };
-    EXPECT_EQ(l.Received, expected);
+    EXPECT_EQ(l.Received, (std::vector<Notice>{{1, false, 3}, {3, false, 4}, {0, true, 4}, {-1, true, 4}}));
 
     // Emptying a value cuts the vector; filling it in again lets the rest join.
     m->setData(m->index(2, 1), QString());
@@ -378,125 +334,65 @@ TEST(VxDBVector, FollowsEditsInsertsAndRemovals)
     EXPECT_EQ(v.ToArray(), (std::vector<double>{20, 7, 4}));
 }
 
-TEST(VxDBVector, LoadingDefersTheReloadToLoaded)
+TEST(VxDBVector, SqlTableBeyondOneFetchBatch)
 {
-    auto m = ColumnModel({"1", "2"});
-    QObject form;
-    auto* v = new TVxDBVector(&form);
-    BeginLoading(&form);
-    v->SetDataSource(m.get());
-    v->SetDataField(QStringLiteral("Y"));
-    EXPECT_EQ(v->Count(), 0);
-    EndLoading(&form);
-    EXPECT_EQ(v->ToArray(), (std::vector<double>{1, 2}));
-}
-
-TEST(VxDBVector, LetsGoOfADestroyedModel)
-{
-    auto m = ColumnModel({"1", "2"});
-    TVxDBVector v;
-    v.SetDataField(QStringLiteral("Y"));
-    v.SetDataSource(m.get());
-    m.reset();
-    EXPECT_EQ(v.DataSource(), nullptr);
-    EXPECT_EQ(v.ToArray(), (std::vector<double>{1, 2}));
-    v.UpdateVector(); // unbound: nothing happens
-    EXPECT_EQ(v.Count(), 2);
-}
-
-class VxDBVectorSql : public ::testing::Test {
-protected:
-    void SetUp() override
+    QTemporaryDir dir;
+    const QString connection = QUuid::createUuid().toString(QUuid::WithoutBraces);
     {
-        ASSERT_TRUE(FDir.isValid());
-        FConnection = QUuid::createUuid().toString(QUuid::WithoutBraces);
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), FConnection);
-        db.setDatabaseName(FDir.filePath(QStringLiteral("data.sqlite")));
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
+        db.setDatabaseName(dir.filePath(QStringLiteral("data.sqlite")));
         ASSERT_TRUE(db.open());
         QSqlQuery q(db);
         ASSERT_TRUE(q.exec(QStringLiteral("CREATE TABLE samples (id INTEGER PRIMARY KEY, t REAL, signal REAL)")));
-        // 600 rows: more than one fetch batch of the SQL model (256 rows).
+        // 600 rows: more than one fetch batch of the SQL model (256 rows); NULL in row 450.
         db.transaction();
         q.prepare(QStringLiteral("INSERT INTO samples (id, t, signal) VALUES (?, ?, ?)"));
         for (int i = 1; i <= 600; ++i) {
             q.addBindValue(i);
             q.addBindValue(i * 0.5);
-            q.addBindValue(i == 450 ? QVariant() : QVariant(i * 2.0)); // NULL in row 450
+            q.addBindValue(i == 450 ? QVariant() : QVariant(i * 2.0));
             ASSERT_TRUE(q.exec());
         }
         db.commit();
+        QSqlTableModel model(nullptr, db);
+        QSqlTableModel* m = &model;
+        m->setTable(QStringLiteral("samples"));
+        m->setSort(0, Qt::AscendingOrder);
+        m->setEditStrategy(QSqlTableModel::OnManualSubmit);
+        ASSERT_TRUE(m->select());
+
+        TVxDBVector v, t;
+        v.SetDataSource(m);
+        v.SetDataField(QStringLiteral("signal"));
+        t.SetDataField(QStringLiteral("T")); // bound field first, then the model
+        t.SetDataSource(m);
+        ASSERT_EQ(v.Count(), 449); // up to the NULL
+        ASSERT_EQ(t.Count(), 600); // past the first fetch batch
+        EXPECT_EQ(std::make_pair(v.Value(0), v.Value(448)), std::make_pair(2.0, 898.0));
+        Listener l(&v), lt(&t);
+        v.IChangedList().Add(&l, &Listener::VectorChanged);
+        t.IChangedList().Add(&lt, &Listener::VectorChanged);
+
+        ASSERT_TRUE(m->setData(m->index(2, 2), 123.25));
+        EXPECT_EQ(v.Value(2), 123.25);
+        EXPECT_EQ(l.Received, (std::vector<Notice>{{2, false, 449}}));
+        // A new, blank record ends t where it stood; entering its value makes it join.
+        const int row = m->rowCount();
+        ASSERT_TRUE(m->insertRow(row));
+        EXPECT_EQ(t.Count(), 600);
+        ASSERT_TRUE(m->setData(m->index(row, 1), 300.5));
+        EXPECT_EQ(lt.Received, (std::vector<Notice>{{600, false, 601}}));
+        ASSERT_TRUE(m->setData(m->index(row, 0), 601));
+        // Filling the NULL in and submitting reloads from the file: v runs on up to the new record.
+        ASSERT_TRUE(m->setData(m->index(449, 2), 1.0));
+        ASSERT_TRUE(m->submitAll());
+        EXPECT_EQ(std::make_pair(v.Count(), t.Count()), std::make_pair(600, 601));
+        EXPECT_EQ(std::make_tuple(v.Value(2), v.Value(449), t.Value(600)), std::make_tuple(123.25, 1.0, 300.5));
+        // Deleting a row and submitting.
+        ASSERT_TRUE(m->removeRows(0, 1));
+        ASSERT_TRUE(m->submitAll());
+        EXPECT_EQ(std::make_pair(v.Count(), v.Value(0)), std::make_pair(599, 4.0));
+        EXPECT_EQ(std::get<0>(l.Received.back()), -1);
     }
-    void TearDown() override
-    {
-        FModel.reset();
-        QSqlDatabase::database(FConnection).close();
-        QSqlDatabase::removeDatabase(FConnection);
-    }
-    QSqlTableModel* Model()
-    {
-        FModel = std::make_unique<QSqlTableModel>(nullptr, QSqlDatabase::database(FConnection));
-        FModel->setTable(QStringLiteral("samples"));
-        FModel->setSort(0, Qt::AscendingOrder);
-        FModel->setEditStrategy(QSqlTableModel::OnManualSubmit);
-        EXPECT_TRUE(FModel->select());
-        return FModel.get();
-    }
-
-    QTemporaryDir FDir;
-    QString FConnection;
-    std::unique_ptr<QSqlTableModel> FModel;
-};
-
-TEST_F(VxDBVectorSql, ReadsUpToNullAndFollowsEditsAndSubmittedChanges)
-{
-    QSqlTableModel* m = Model();
-    TVxDBVector v;
-    v.SetDataSource(m);
-    v.SetDataField(QStringLiteral("signal"));
-    ASSERT_EQ(v.Count(), 449);
-    EXPECT_EQ(v.Value(0), 2.0);
-    EXPECT_EQ(v.Value(448), 898.0);
-    Listener l(&v);
-    v.IChangedList().Add(&l, &Listener::VectorChanged);
-
-    ASSERT_TRUE(m->setData(m->index(2, 2), 123.25));
-    EXPECT_EQ(v.Value(2), 123.25);
-    ASSERT_FALSE(l.Received.empty());
-    EXPECT_EQ(l.Received.back(), (Notice{2, false, 449}));
-
-    // Filling the NULL in and submitting reloads from the file: the vector now runs on.
-    ASSERT_TRUE(m->setData(m->index(449, 2), 1.0));
-    ASSERT_TRUE(m->submitAll());
-    EXPECT_EQ(v.Count(), 600);
-    EXPECT_EQ(v.Value(2), 123.25);
-    EXPECT_EQ(v.Value(449), 1.0);
-
-    // Deleting a row and submitting.
-    ASSERT_TRUE(m->removeRows(0, 1));
-    ASSERT_TRUE(m->submitAll());
-    EXPECT_EQ(v.Count(), 599);
-    EXPECT_EQ(v.Value(0), 4.0);
-    EXPECT_EQ(std::get<0>(l.Received.back()), -1);
-}
-
-TEST_F(VxDBVectorSql, NewRecordJoinsOnceItsValueIsEntered)
-{
-    QSqlTableModel* m = Model();
-    TVxDBVector t;
-    t.SetDataField(QStringLiteral("T")); // bound field first, then the model
-    t.SetDataSource(m);
-    ASSERT_EQ(t.Count(), 600); // past the first fetch batch
-    Listener l(&t);
-    t.IChangedList().Add(&l, &Listener::VectorChanged);
-
-    const int row = m->rowCount();
-    ASSERT_TRUE(m->insertRow(row)); // a blank record: ends the vector where it stood
-    EXPECT_EQ(t.Count(), 600);
-    ASSERT_TRUE(m->setData(m->index(row, 1), 300.5));
-    EXPECT_EQ(t.Count(), 601);
-    EXPECT_EQ(l.Received, (std::vector<Notice>{{600, false, 601}}));
-    ASSERT_TRUE(m->setData(m->index(row, 0), 601));
-    ASSERT_TRUE(m->submitAll());
-    EXPECT_EQ(t.Count(), 601);
-    EXPECT_EQ(t.Value(600), 300.5);
+    QSqlDatabase::removeDatabase(connection);
 }
