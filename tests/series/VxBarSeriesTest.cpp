@@ -81,42 +81,74 @@ TEST(VxBarSeries, BarCountIsEdgesMinusOneCappedAtTheValues)
     }
 }
 
-TEST(VxBarSeries, GapLeavesTheGivenShareOfEachClassEmpty)
+TEST(VxBarSeries, BarSpansInPixels)
 {
-    SeriesForm f(600, 300);
-    auto* s = MakeBars(f, f.Vector({0, 1, 2}), f.Vector({5, 5}), clGreen);
-    s->SetBarsGapPercent(50);
-    const QImage img = DrawBars(f);
-    const int c0 = s->Points().Value(0).x(), c1 = s->Points().Value(1).x();
-    const int gap = RoundHalfEven((c1 - c0) * 50 / 200.0);
-    const int row = (s->Points().Value(0).y() + f.Graph->YAxis()->RealToIntPosition(0)) / 2;
-    const auto span = Span(img, row, clGreen);
-    EXPECT_EQ(span.first, c0 + gap);
-    const int b = (c1 - c0) - 2 * gap;
-    EXPECT_NEAR(b, (c1 - c0) / 2, 1);
-    // The bar ends where its width says.
-    EXPECT_EQ(PixelAt(img, QPoint(c0 + gap + b - 1, row)), clGreen);
-    EXPECT_NE(PixelAt(img, QPoint(c0 + gap + b, row)), clGreen);
+    // Share k of n of the second class: gap on each side, the earlier series on the left.
+    struct Row {
+        const char* Name;
+        double Gap;
+        int Series;
+        double DrawnGap;
+    };
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const Row rows[] = {{"whole class", 0, 1, 0},           {"gap 50: a quarter each side", 50, 1, 50},
+                        {"two shifted", 0, 2, 0},           {"three shifted with gap 20", 20, 3, 20},
+                        {"negative gap drawn as 0", -50, 1, 0}, {"gap not finite drawn as 0", nan, 1, 0},
+                        {"gap over 100 leaves nothing", 150, 1, 100}};
+    const TColor colors[] = {clGreen, clRed, clBlue};
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.Name);
+        SeriesForm f(600, 300);
+        auto* edges = f.Vector({0, 1, 2.5});
+        TVxBarSeries* first = nullptr;
+        for (int k = 0; k < r.Series; ++k) {
+            TVxBarSeries* s = MakeBars(f, edges, f.Vector({0, 4}), colors[k]);
+            s->SetBarsGapPercent(r.Gap);
+            s->SetShiftOverlays(r.Series > 1);
+            first = first ? first : s;
+        }
+        const QImage img = DrawBars(f);
+        const int c0 = first->Points().Value(1).x(), c1 = first->Points().Value(2).x();
+        const int row = (first->Points().Value(1).y() + first->Points().Value(0).y()) / 2;
+        const int gap = RoundHalfEven((c1 - c0) * r.DrawnGap / 200.0);
+        const double b = (c1 - c0) - 2 * gap;
+        for (int k = 0; k < r.Series; ++k) {
+            SCOPED_TRACE(k);
+            const auto span = Span(img, row, colors[k], c0 - 5, c1 + 5);
+            if (b <= 0) {
+                EXPECT_EQ(span.first, -1);
+                continue;
+            }
+            EXPECT_EQ(span.first, c0 + gap + RoundHalfEven(b / r.Series * k));
+            EXPECT_EQ(span.second, c0 + gap + RoundHalfEven(b / r.Series * (k + 1)));
+        }
+    }
 }
 
-TEST(VxBarSeries, ShiftedSeriesShareEachClassInCreationOrder)
+TEST(VxBarSeries, FillAndOutlineFollowTheStyles)
 {
-    SeriesForm f(600, 300);
-    auto* edges = f.Vector({0, 1, 2});
-    auto* a = MakeBars(f, edges, f.Vector({4, 4}), clGreen);
-    auto* b = MakeBars(f, edges, f.Vector({4, 4}), clRed);
-    b->SetShiftOverlays(true);
-    a->SetShiftOverlays(true);
-    EXPECT_FALSE(a->StackOverlays());
-    const QImage img = DrawBars(f);
-    const int c0 = a->Points().Value(0).x(), c1 = a->Points().Value(1).x();
-    const int row = (a->Points().Value(0).y() + f.Graph->YAxis()->RealToIntPosition(0)) / 2;
-    const auto green = Span(img, row, clGreen, c0, c1);
-    const auto red = Span(img, row, clRed, c0, c1);
-    EXPECT_EQ(green.first, c0);
-    EXPECT_EQ(green.second, c0 + RoundHalfEven((c1 - c0) / 2.0));
-    EXPECT_EQ(red.first, green.second) << "the later series on the right";
-    EXPECT_LT(red.first, c1);
+    struct Row {
+        const char* Name;
+        bool Line, Area, XOred;
+        bool Fill, Outline;
+    };
+    const Row rows[] = {{"defaults: navy bars outlined in blue", true, false, false, true, true},
+                        {"xored on the data colour", true, false, true, true, true},
+                        {"line hidden: fill only", false, true, false, true, false},
+                        {"both hidden: nothing", false, false, false, false, false}};
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.Name);
+        SeriesForm f;
+        auto* s = new TVxBarSeries(f.Form.get());
+        s->SetXData(f.Vector({0, 1, 2}));
+        s->SetYData(f.Vector({3, 2}));
+        s->LineStyle().SetVisible(r.Line);
+        s->AreaStyle().SetVisible(r.Area);
+        s->AreaStyle().SetDrawXOred(r.XOred);
+        const QImage img = DrawBars(f);
+        EXPECT_EQ(CountColor(img, clNavy) > 100, r.Fill);
+        EXPECT_EQ(CountColor(img, clBlue) > 10, r.Outline);
+    }
 }
 
 TEST(VxBarSeries, StackedSeriesStandsOnTheEarlierOne)
@@ -148,10 +180,11 @@ TEST(VxBarSeries, StackedSeriesStandsOnTheEarlierOne)
     low->YData()->SetValue(1, 5);
     f.Render();
     EXPECT_EQ(high->YRange()->Stop(), 8.5);
-    // The stacked series' base survives the deletion of the series below.
+    // The series on top comes down when the series below is deleted.
     delete low;
     f.Render();
     EXPECT_EQ(high->GetY(1), 3.5);
+    EXPECT_EQ(high->YRange()->Stop(), 3.5);
 }
 
 TEST(VxBarSeries, LyingBarsTakeTheirClassesFromY)
@@ -176,17 +209,47 @@ TEST(VxBarSeries, LyingBarsTakeTheirClassesFromY)
     EXPECT_EQ(s->FindPoint(end.x() - 10, end.y(), 1), -1);
 }
 
-TEST(VxBarSeries, NonFiniteHeightSkipsOnlyThatBar)
+TEST(VxBarSeries, ValueRangeCoversTheDrawnBarsAndTheirBases)
 {
-    SeriesForm f(400, 300);
-    auto* s = MakeBars(f, f.Vector({0, 1, 2, 3}), f.Vector({2, std::numeric_limits<double>::quiet_NaN(), 3}), clGreen);
-    const QImage img = DrawBars(f);
-    EXPECT_EQ(s->YRange()->Stop(), 3);
-    const int row = f.Graph->YAxis()->RealToIntPosition(1);
-    auto mid = [&](int i) { return (s->Points().Value(i).x() + s->Points().Value(i + 1).x()) / 2; };
-    EXPECT_EQ(PixelAt(img, QPoint(mid(0), row)), clGreen);
-    EXPECT_NE(PixelAt(img, QPoint(mid(1), row)), clGreen);
-    EXPECT_EQ(PixelAt(img, QPoint(mid(2), row)), clGreen);
+    // Below: values of a stacked series under the tested one (none: not stacked). Drawn:
+    // whether each bar shows at value Probe ("": not probed).
+    struct Row {
+        const char* Name;
+        std::initializer_list<double> Edges, Below, Values;
+        double Start, Stop, Probe;
+        const char* Drawn;
+    };
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double inf = std::numeric_limits<double>::infinity();
+    const Row rows[] = {
+        {"NaN height skips its bar", {0, 1, 2, 3}, {}, {2, nan, 3}, 0, 3, 0.5, "101"},
+        {"infinite height skips its bar", {0, 1, 2, 3}, {}, {-inf, 2, 1}, 0, 2, 0.5, "011"},
+        {"NaN edge skips both bars beside it", {0, nan, 2, 3}, {}, {9, 8, 1}, 0, 1, 0.5, "001"},
+        {"negative bar on top of positive ones", {0, 1, 2}, {5, 5}, {-2, -1}, 3, 5, 4.5, "11"},
+        {"on a NaN below: that bar skipped", {0, 1, 2}, {nan, 1}, {2, 2}, 1, 3, 2, "01"},
+        {"overflowing stack: the largest real", {0, 1}, {1.7e308}, {1.7e308}, 1.7e308, 1.7e308, 0, ""},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.Name);
+        SeriesForm f(400, 300);
+        auto* edges = f.Vector(r.Edges);
+        if (r.Below.size() > 0)
+            MakeBars(f, edges, f.Vector(r.Below), clGreen)->SetStackOverlays(true);
+        auto* s = MakeBars(f, edges, f.Vector(r.Values), clRed);
+        s->SetStackOverlays(r.Below.size() > 0);
+        const QImage img = DrawBars(f);
+        EXPECT_EQ(s->YRange()->Start(), r.Start);
+        EXPECT_EQ(s->YRange()->Stop(), r.Stop);
+        const int row = f.Graph->YAxis()->RealToIntPosition(r.Probe);
+        const double* e = edges->Data();
+        for (int i = 0; r.Drawn[i]; ++i) {
+            SCOPED_TRACE(i);
+            const double mid = !std::isfinite(e[i])       ? e[i + 1] - 0.25
+                               : !std::isfinite(e[i + 1]) ? e[i] + 0.25
+                                                          : (e[i] + e[i + 1]) / 2;
+            EXPECT_EQ(PixelAt(img, QPoint(f.Graph->XAxis()->RealToIntPosition(mid), row)) == clRed, r.Drawn[i] == '1');
+        }
+    }
 }
 
 TEST(VxBarSeries, BlocksWidenTheClassRangeAndUseShades)
@@ -204,6 +267,10 @@ TEST(VxBarSeries, BlocksWidenTheClassRangeAndUseShades)
     const TColor light = RGB(10 * 13, 15 * 13, (25 * 13) & 0xFF);
     EXPECT_GT(CountColor(img, light), 0);
     EXPECT_GT(CountColor(img, RGB(10 * 6, 15 * 6, 25 * 6)), 0);
+    // A depth that is not finite draws flat bars.
+    s->SetDepthPercent(std::numeric_limits<double>::infinity());
+    EXPECT_EQ(CountColor(DrawBars(f), light), 0);
+    EXPECT_EQ(s->XRange()->Stop(), 2);
     // The depth beyond a class reaching the largest real keeps the range finite.
     s->XData()->SetValue(2, 1.7e308);
     f.Render();
@@ -229,4 +296,9 @@ TEST(VxBarSeries, SettingsRoundTrip)
     EXPECT_FALSE(t->ShiftOverlays());
     EXPECT_EQ(t->DepthPercent(), 70);
     EXPECT_EQ(t->BarsGapPercent(), 12.5);
+    QStringList keys;
+    ini.ReadSection("Bars", keys);
+    for (const char* key : {"ShiftOverlays", "StackOverlays", "Show3DBars", "BarHorizontal", "DepthPercent",
+                            "BarsGapPercent"})
+        EXPECT_TRUE(keys.contains(key)) << key;
 }

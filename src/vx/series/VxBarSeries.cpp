@@ -18,10 +18,31 @@ namespace {
 
 constexpr int kInvalidPixel = INT_MIN;
 
-// Round to nearest, ties to even (the platform's Round).
-int RoundInt(double V)
+// Bar corners are held within this many pixels of the plot's origin: far outside any
+// plot, so the visible part of a bar is unchanged, and safe for the painter.
+constexpr double kFarPixel = 1.0e6;
+
+// Round to nearest, ties to even (the platform's Round); NaN counts as 0.
+double RoundOffset(double V)
 {
-    return int(std::nearbyint(V));
+    return std::isnan(V) ? 0.0 : std::nearbyint(V);
+}
+
+int ClampPixel(double V)
+{
+    return int(std::clamp(RoundOffset(V), -kFarPixel, kFarPixel));
+}
+
+// The gap and depth percentages as drawn: a gap within 0..100, a depth of at least 0;
+// a percentage that is not finite counts as 0.
+double DrawnGap(double Percent)
+{
+    return std::isfinite(Percent) ? std::clamp(Percent, 0.0, 100.0) : 0.0;
+}
+
+double DrawnDepth(double Percent)
+{
+    return std::isfinite(Percent) ? std::max(Percent, 0.0) : 0.0;
 }
 
 double ValueAt(const TVxCustomRealVector* V, int I)
@@ -157,8 +178,11 @@ void TVxBarSeries::RebuildStackList()
     for (TVxBarSeries* s : ComponentsOf<TVxBarSeries>(parent())) {
         if (s == this)
             break;
-        if (s->FStackOverlays && s->FBarHorizontal == FBarHorizontal && s->ClassAxis() == ClassAxis())
+        if (s->FStackOverlays && s->FBarHorizontal == FBarHorizontal && s->ClassAxis() == ClassAxis()) {
             FStackList.append(s);
+            // The bars standing on a deleted series come down at the next drawing.
+            connect(s, &QObject::destroyed, this, &TVxBarSeries::RangesModified, Qt::UniqueConnection);
+        }
     }
 }
 
@@ -189,16 +213,32 @@ int TVxBarSeries::YIdxNeeded() const
 
 double TVxBarSeries::StackBase(int I) const
 {
+    if (!FStackOverlays)
+        return 0.0;
     double base = 0.0;
-    for (const auto& s : FStackList)
-        if (s && BarsOf(s->EdgeData(), s->ValueData()) > I)
-            base += ValueAt(s->ValueData(), I);
+    for (const auto& s : FStackList) {
+        if (!s || BarsOf(s->EdgeData(), s->ValueData()) <= I)
+            continue;
+        const double v = ValueAt(s->ValueData(), I);
+        if (!std::isfinite(v))
+            return v;
+        base = LimitReal(base + v);
+    }
     return base;
 }
 
 double TVxBarSeries::StackedValue(int I) const
 {
-    return ValueAt(ValueData(), I) + (FStackOverlays ? StackBase(I) : 0.0);
+    const double v = ValueAt(ValueData(), I);
+    const double base = StackBase(I);
+    return std::isfinite(v) && std::isfinite(base) ? LimitReal(v + base) : std::numeric_limits<double>::quiet_NaN();
+}
+
+bool TVxBarSeries::IsValidBar(int I) const
+{
+    const TVxCustomRealVector* edges = EdgeData();
+    return I >= 0 && I < FBarCount && std::isfinite(ValueAt(edges, I)) && std::isfinite(ValueAt(edges, I + 1))
+           && std::isfinite(StackedValue(I));
 }
 
 double TVxBarSeries::GetY(int I) const
@@ -227,7 +267,8 @@ void TVxBarSeries::ScanClassRange()
     // A block's depth reaches beyond the last class by a share of its width.
     if (FShow3DBars && n >= 2 && mn <= mx) {
         const double w = std::fabs(edges->Data()[n - 1] - edges->Data()[n - 2]);
-        const double share = (1.0 - FBarsGapPercent / 100.0) * FDepthPercent / (FBarHorizontal ? 400.0 : 240.0);
+        const double share
+            = (1.0 - DrawnGap(FBarsGapPercent) / 100.0) * DrawnDepth(FDepthPercent) / (FBarHorizontal ? 400.0 : 240.0);
         if (std::isfinite(w) && share > 0.0)
             mx = LimitReal(mx + w * share);
     }
@@ -240,11 +281,11 @@ void TVxBarSeries::ScanValueRange()
     TRange& range = FBarHorizontal ? *FXRange : *FYRange;
     double mn = CVxMaxReal, mx = CVxMinReal;
     for (int i = 0; i < FBarCount; ++i) {
-        const double top = StackedValue(i);
-        if (!std::isfinite(top))
+        if (!IsValidBar(i))
             continue;
-        mn = std::min({mn, top, 0.0});
-        mx = std::max({mx, top, 0.0});
+        const double top = StackedValue(i), base = StackBase(i);
+        mn = std::min({mn, top, base});
+        mx = std::max({mx, top, base});
     }
     if (range.Start() != mn || range.Stop() != mx)
         range.SetStartStop(mn, mx);
@@ -294,8 +335,8 @@ void TVxBarSeries::CalculatePoint(int Index)
 void TVxBarSeries::OverlayGroup(int& N, int& K, double& Gap, double& Depth) const
 {
     N = K = 1;
-    Gap = FBarsGapPercent;
-    Depth = FDepthPercent;
+    Gap = DrawnGap(FBarsGapPercent);
+    Depth = DrawnDepth(FDepthPercent);
     if (!FShiftOverlays || !parent())
         return;
     int n = 0, k = 0;
@@ -305,8 +346,8 @@ void TVxBarSeries::OverlayGroup(int& N, int& K, double& Gap, double& Depth) cons
         ++n;
         if (s == this)
             k = n;
-        Gap = std::max(Gap, s->FBarsGapPercent);
-        Depth = std::max(Depth, s->FDepthPercent);
+        Gap = std::max(Gap, DrawnGap(s->FBarsGapPercent));
+        Depth = std::max(Depth, DrawnDepth(s->FDepthPercent));
     }
     if (k > 0) {
         N = n;
@@ -320,22 +361,23 @@ bool TVxBarSeries::BarRect(int I, int N, int K, double Gap, double Depth, TBarRe
     const QPoint a = p[I], b = p[I + 1];
     const int c0 = FBarHorizontal ? a.y() : a.x();
     const int c1 = FBarHorizontal ? b.y() : b.x();
-    const int top = FBarHorizontal ? a.x() : a.y();
+    int top = FBarHorizontal ? a.x() : a.y();
     if (c0 == kInvalidPixel || c1 == kInvalidPixel || top == kInvalidPixel)
         return false;
-    const double base = FStackOverlays && !FStackList.isEmpty() ? StackBase(I) : 0.0;
-    if (!std::isfinite(base))
+    const double base = StackBase(I);
+    if (!std::isfinite(base) || !std::isfinite(StackedValue(I)))
         return false;
-    const int bottom = ValueAxis()->RealToIntPosition(base);
+    const int bottom = ClampPixel(ValueAxis()->RealToIntPosition(base));
 
     // Class width, gaps on both sides, this series' share of the bar, depth.
-    const int w = c1 - c0;
-    const int gap = RoundInt(w * Gap / 200.0);
-    const int bw = w - 2 * gap;
-    R.DX = RoundInt(std::abs(bw) * Depth / 240.0);
-    R.DY = RoundInt(std::abs(bw) * Depth / 400.0);
-    const int lo = c0 + gap + RoundInt(double(bw) / N * (K - 1));
-    const int hi = c0 + gap + RoundInt(double(bw) / N * K);
+    const double w = double(c1) - double(c0);
+    const double gap = RoundOffset(w * Gap / 200.0);
+    const double bw = w - 2.0 * gap;
+    R.DX = ClampPixel(std::fabs(bw) * Depth / 240.0);
+    R.DY = ClampPixel(std::fabs(bw) * Depth / 400.0);
+    const int lo = ClampPixel(c0 + gap + RoundOffset(bw / N * (K - 1)));
+    const int hi = ClampPixel(c0 + gap + RoundOffset(bw / N * K));
+    top = ClampPixel(top);
     if (FBarHorizontal) {
         R.Left = std::min(bottom, top);
         R.Right = std::max(bottom, top);
@@ -366,8 +408,10 @@ void TVxBarSeries::DrawLine(TCanvas& Canvas)
     TPen pen;
     pen.SetStyle(FLineStyle->Visible() ? FLineStyle->Style() : psClear);
     pen.SetWidth(FLineStyle->Width());
+    // The bars are filled whether or not the area style is visible; a hidden line style
+    // hides their outline.
     TBrush brush;
-    brush.SetStyle(FAreaStyle->Visible() ? FAreaStyle->Style() : bsClear);
+    brush.SetStyle(FAreaStyle->Style());
     const bool xored = FAreaStyle->DrawXOred() && !FShow3DBars;
     if (xored) {
         pen.SetMode(pmXor);

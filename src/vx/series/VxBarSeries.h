@@ -4,15 +4,26 @@
 //
 // Upright bars take the class edges from XData (one more value than there are bars) and
 // the heights from YData; lying bars (BarHorizontal) take the edges from YData and the
-// lengths from XData. Bars stand on the value 0, so the value range always includes 0.
-// Several bar series on the same class axis and edges can share each class side by side
-// (ShiftOverlays: the earlier series in its owner's children is on the left) or stand on
-// each other (StackOverlays: a series stands on the bar series with StackOverlays created
-// before it on the same class axis, and rescans its range when their data or settings
-// change). Show3DBars draws blocks whose depth is DepthPercent
-// of the bar width; the class range then widens by the depth of the last bar.
+// lengths from XData. Each bar is filled with the area style's colour and brush style
+// and outlined with the line style; the fill does not depend on AreaStyle.Visible, while
+// a hidden line style leaves the outline out (both hidden: nothing is drawn). So the
+// default series draws navy bars outlined in blue; a clear brush style gives outlines
+// only.
 //
-// A bar whose edge or value is NaN or infinite is not drawn.
+// Bars stand on the value 0, so the value range always includes 0. Several bar series on
+// the same class axis and edges can share each class side by side (ShiftOverlays: the
+// earlier series in its owner's children is on the left) or stand on each other
+// (StackOverlays: a series stands on the bar series with StackOverlays created before it
+// on the same class axis, and rescans its range when their data or settings change or
+// one of them is deleted); a stacked bar's range covers its base and its top. Show3DBars
+// draws blocks whose depth is DepthPercent of the bar width; the class range then widens
+// by the depth of the last bar.
+//
+// Bad values. A bar whose edge or value (or, stacked, a value below it) is NaN or
+// infinite is not drawn and leaves the ranges alone; a stacked sum that overflows counts
+// as the largest real. The gap is drawn as at least 0 and at most 100 percent and the
+// depth as at least 0; a percentage that is not finite counts as 0 (the stored
+// properties keep what was set).
 
 #include "vx/series/VxDataSeries.h"
 
@@ -95,8 +106,10 @@ private:
     TVxAxis* ValueAxis() const { return FBarHorizontal ? FXAxis : FYAxis; }
     // Value of bar I plus those below it (the bar's top), NaN when not finite.
     double StackedValue(int I) const;
-    // Value where bar I starts (0, or the top of the series below).
+    // Value where bar I starts (0, or the top of the series below; NaN when not finite).
     double StackBase(int I) const;
+    // Bar I can be drawn: its edges, value and base are finite.
+    bool IsValidBar(int I) const;
     void RebuildStackList();
     // RangesModified for this series and the stacked series standing on it.
     void SettingChanged();
