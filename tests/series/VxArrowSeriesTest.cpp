@@ -29,19 +29,33 @@ TVxArrowSeries* MakeArrows(SeriesForm& F, std::initializer_list<double> X, std::
 
 TEST(VxArrowSeries, RangesIncludeBothEndsWhileVisible)
 {
-    SeriesForm f;
-    auto* s = MakeArrows(f, {0, 10}, {0, 10}, {-3, 5}, {2, -20});
-    f.Render();
-    EXPECT_EQ(s->XRange()->Start(), -3);
-    EXPECT_EQ(s->XRange()->Stop(), 15);
-    EXPECT_EQ(s->YRange()->Start(), -10);
-    EXPECT_EQ(s->YRange()->Stop(), 10);
-    s->LineStyle().SetVisible(false);
-    s->GetNewXStartStop();
-    s->GetNewYStartStop();
-    EXPECT_EQ(s->XRange()->Start(), 0);
-    EXPECT_EQ(s->XRange()->Stop(), 10);
-    EXPECT_EQ(CountColor(f.Render(), clRed), 0) << "hidden arrows draw nothing";
+    // Hiding the arrows leaves the starts in the ranges; showing them brings everything back.
+    for (bool fixedAxes : {false, true}) {
+        SCOPED_TRACE(fixedAxes ? "fixed axes" : "axes follow the data");
+        SeriesForm f;
+        if (fixedAxes)
+            for (TVxAxis* axis : {f.Graph->XAxis(), f.Graph->YAxis()}) {
+                axis->SetStartEnd(AxFixed);
+                axis->SetStopEnd(AxFixed);
+                axis->SetStart(-30);
+                axis->SetStop(30);
+            }
+        auto* s = MakeArrows(f, {0, 10}, {0, 10}, {-3, 5}, {2, -20});
+        const int shown = CountColor(f.Render(), clRed);
+        auto expectRanges = [s](double X0, double X1, double Y0, double Y1) {
+            EXPECT_EQ(s->XRange()->Start(), X0);
+            EXPECT_EQ(s->XRange()->Stop(), X1);
+            EXPECT_EQ(s->YRange()->Start(), Y0);
+            EXPECT_EQ(s->YRange()->Stop(), Y1);
+        };
+        expectRanges(-3, 15, -10, 10);
+        s->LineStyle().SetVisible(false);
+        EXPECT_EQ(CountColor(f.Render(), clRed), 0) << "hidden arrows draw nothing";
+        expectRanges(0, 10, 0, 10);
+        s->LineStyle().SetVisible(true);
+        EXPECT_EQ(CountColor(f.Render(), clRed), shown);
+        expectRanges(-3, 15, -10, 10);
+    }
 }
 
 TEST(VxArrowSeries, ArrowFromTheLeftmostPointMayReachPastTheRightEnd)
@@ -54,26 +68,29 @@ TEST(VxArrowSeries, ArrowFromTheLeftmostPointMayReachPastTheRightEnd)
     EXPECT_EQ(s->XRange()->Stop(), 50);
 }
 
-TEST(VxArrowSeries, TipsAreOffsetLinearlyInDataUnits)
+TEST(VxArrowSeries, TipsLieOnTheEndsAlsoOnTwistedAxes)
 {
-    SeriesForm f;
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    // The x components stop after two points; the third y component is not finite.
-    auto* s = MakeArrows(f, {1, 2, 3, 4}, {1, 2, 3, 4}, {1, -1}, {-1, 0.5, nan, 1});
-    f.Render();
-    const double sx = f.Graph->XAxis()->Scale(), sy = f.Graph->YAxis()->Scale();
-    for (int i = 0; i < 4; ++i) {
-        SCOPED_TRACE(i);
-        const QPoint p = s->Points().Value(i);
-        const double dx = i < 2 ? (i == 0 ? 1 : -1) : 0;
-        const double dy = i == 0 ? -1 : i == 1 ? 0.5 : i == 2 ? 0 : 1;
-        EXPECT_EQ(s->TipX().Value(i), p.x() + int(std::nearbyint(dx / sx)));
-        EXPECT_EQ(s->TipY().Value(i), p.y() - int(std::nearbyint(dy / sy)));
+    const std::pair<bool, bool> twists[] = {{false, false}, {true, false}, {false, true}, {true, true}};
+    for (auto [twistX, twistY] : twists) {
+        SCOPED_TRACE(std::string(twistX ? "x twisted " : "") + (twistY ? "y twisted" : ""));
+        SeriesForm f;
+        f.Graph->XAxis()->SetTwisted(twistX);
+        f.Graph->YAxis()->SetTwisted(twistY);
+        // The x components stop after two points; the third y component is not finite.
+        auto* s = MakeArrows(f, {1, 2, 3, 4}, {1, 2, 3, 4}, {1, -1}, {-1, 0.5, nan, 1});
+        f.Render();
+        const double dx[] = {1, -1, 0, 0}, dy[] = {-1, 0.5, 0, 1};
+        for (int i = 0; i < 4; ++i) {
+            SCOPED_TRACE(i);
+            EXPECT_NEAR(s->TipX().Value(i), f.Graph->XAxis()->RealToIntPosition(1 + i + dx[i]), 1);
+            EXPECT_NEAR(s->TipY().Value(i), f.Graph->YAxis()->RealToIntPosition(1 + i + dy[i]), 1);
+        }
+        EXPECT_EQ(s->TipY().Value(0) > s->Points().Value(0).y(), !twistY) << "negative dy points down on screen";
+        // A live change of a component moves the tip and widens the range at once.
+        qobject_cast<TVxLiveVector*>(s->dXData())->SetValue(1, 10);
+        EXPECT_EQ(s->XRange()->Stop(), 12);
     }
-    EXPECT_GT(s->TipY().Value(0), s->Points().Value(0).y()) << "negative dy points down on screen";
-    // A live change of a component moves the tip and widens the range at once.
-    qobject_cast<TVxLiveVector*>(s->dXData())->SetValue(1, 10);
-    EXPECT_EQ(s->XRange()->Stop(), 12);
 }
 
 TEST(VxArrowSeries, DrawsShaftAndHead)

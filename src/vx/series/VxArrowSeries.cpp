@@ -87,6 +87,19 @@ bool TVxArrowSeries::CanKeepPixels() const
            && heard(FdYData, &TVxSeries::FOnYIChanged);
 }
 
+void TVxArrowSeries::Modified()
+{
+    // Hidden arrows count only their starts in the ranges, and their tips lie on them.
+    const bool shown = FLineStyle->Visible();
+    if (shown != FArrowsShown) {
+        FArrowsShown = shown;
+        InvalidatePixels();
+        RangesModified();
+        return;
+    }
+    TVxNotCalculatedSeries::Modified();
+}
+
 double TVxArrowSeries::GetDX(int I) const
 {
     return FLineStyle->Visible() ? ComponentValue(FdXData, I) : 0.0;
@@ -127,12 +140,14 @@ void TVxArrowSeries::CalculatePoint(int Index)
         FTipY->SetValue(Index, CInvalidPixel);
         return;
     }
-    // Signed offsets; screen y grows downward.
-    const double dx = GetDX(Index), dy = GetDY(Index);
-    const int lx = PixelLength(dx, FXAxis->Scale());
-    const int ly = PixelLength(dy, FYAxis->Scale());
-    FTipX->SetValue(Index, p.x() + (dx < 0 ? -lx : lx));
-    FTipY->SetValue(Index, p.y() - (dy < 0 ? -ly : ly));
+    // Signed offsets in the direction in which the axis's values grow on screen: right
+    // and up, or left and down on a twisted axis.
+    auto offset = [](double d, const TVxAxis* axis) {
+        const int l = PixelLength(d, axis->Scale());
+        return (d < 0) == axis->Map().Forward() ? -l : l;
+    };
+    FTipX->SetValue(Index, p.x() + offset(GetDX(Index), FXAxis));
+    FTipY->SetValue(Index, p.y() + offset(GetDY(Index), FYAxis));
 }
 
 void TVxArrowSeries::DrawLine(TCanvas& Canvas)

@@ -3,10 +3,12 @@
 // y[i] + dy[i]).
 //
 // The tip is offset linearly in data units from the start pixel, also on logarithmic axes
-// (dx divided by the axis's value-per-pixel factor). While the line style is visible the
-// ranges include both ends of every arrow; hidden arrows contribute only their starts. A
-// missing, short or non-finite component counts as 0 (the tip lies on the point); a point
-// whose x or y is not finite gets no arrow.
+// (dx divided by the axis's value-per-pixel factor), in the direction in which the axis's
+// values grow, so that on a twisted axis the arrow still points to its end. While the line
+// style is visible the ranges include both ends of every arrow; hidden arrows contribute
+// only their starts, and showing or hiding them rescans the ranges. A missing, short or
+// non-finite component counts as 0 (the tip lies on the point); a point whose x or y is
+// not finite gets no arrow.
 
 #include "vx/series/VxDataSeries.h"
 
@@ -48,6 +50,8 @@ public:
     const TVxIntegerVector& TipX() const { return *FTipX; }
     const TVxIntegerVector& TipY() const { return *FTipY; }
 
+    // Showing or hiding the line style also rescans the ranges and remaps the tips.
+    void Modified() override;
     void GetNewXStartStop() override;
     void GetNewYStartStop() override;
     bool HasPlainRangeScan() const override { return false; }
@@ -68,6 +72,8 @@ protected:
 private:
     int FTipLength = 10;
     int FTipWidth = 3;
+    // Line style visibility the ranges and tips were last computed with.
+    bool FArrowsShown = true;
     QPointer<TVxCustomRealVector> FdXData;
     QPointer<TVxCustomRealVector> FdYData;
     std::unique_ptr<TVxIntegerVector> FTipX;
