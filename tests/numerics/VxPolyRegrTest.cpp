@@ -20,9 +20,8 @@ TEST(PolynomRegression, ReproducesACubicInAnyPointOrder)
     r.Coeffs = { 7, 7, 7, 7, 7, 7, 7 }; // replaced
     PolynomRegression(-10, 10, *p.X, *p.Y, r);
     ASSERT_EQ(r.Coeffs.size(), 4u);
-    const double expected[] = { 1, -2, 0, 0.5 };
-    for (int k = 0; k < 4; ++k)
-        EXPECT_NEAR(r.Coeffs[k], expected[k], 1e-12) << k;
+    for (auto [k, expected] : { std::pair { 0, 1.0 }, { 1, -2.0 }, { 2, 0.0 }, { 3, 0.5 } })
+        EXPECT_NEAR(r.Coeffs[k], expected, 1e-12) << k;
     EXPECT_NEAR(r.ChiSquare, 0.0, 1e-20);
     EXPECT_NEAR(r.r2, 1.0, 1e-14);
 }
@@ -35,13 +34,10 @@ TEST(PolynomRegression, OrderOneAgreesWithLinReg)
     TVxPolynomRegessionResults r;
     r.Order = 1;
     PolynomRegression(0, 4, *p.X, *p.Y, r);
-    EXPECT_NEAR(r.Coeffs[1], lin.Slope, 1e-14);
-    EXPECT_NEAR(r.Coeffs[0], lin.Offset, 1e-14);
-    EXPECT_NEAR(r.ChiSquare, lin.ChiSquare, 1e-13);
-    EXPECT_DOUBLE_EQ(r.VarianceX, lin.VarianceX);
-    EXPECT_DOUBLE_EQ(r.AverageY, lin.AverageY);
-    EXPECT_NEAR(r.DeltaCoeffs[1], lin.DeltaSlope, 1e-14);
-    EXPECT_NEAR(r.DeltaCoeffs[0], lin.DeltaOffset, 1e-14);
+    for (auto [poly, line] : { std::pair { r.Coeffs[1], lin.Slope }, { r.Coeffs[0], lin.Offset },
+             { r.ChiSquare, lin.ChiSquare }, { r.VarianceX, lin.VarianceX }, { r.AverageY, lin.AverageY },
+             { r.DeltaCoeffs[1], lin.DeltaSlope }, { r.DeltaCoeffs[0], lin.DeltaOffset } })
+        EXPECT_NEAR(poly, line, 1e-13);
     EXPECT_NEAR(r.QRel, std::sqrt(r.ChiSquare / (4 - 1)), 1e-15); // n - Order
 }
 
