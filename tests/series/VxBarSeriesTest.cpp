@@ -218,6 +218,7 @@ TEST(VxBarSeries, ValueRangeCoversTheDrawnBarsAndTheirBases)
         std::initializer_list<double> Edges, Below, Values;
         double Start, Stop, Probe;
         const char* Drawn;
+        bool Log = false;
     };
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const double inf = std::numeric_limits<double>::infinity();
@@ -228,10 +229,12 @@ TEST(VxBarSeries, ValueRangeCoversTheDrawnBarsAndTheirBases)
         {"negative bar on top of positive ones", {0, 1, 2}, {5, 5}, {-2, -1}, 3, 5, 4.5, "11"},
         {"on a NaN below: that bar skipped", {0, 1, 2}, {nan, 1}, {2, 2}, 1, 3, 2, "01"},
         {"overflowing stack: the largest real", {0, 1}, {1.7e308}, {1.7e308}, 1.7e308, 1.7e308, 0, ""},
+        {"log axis: on its start, ends above 0 only", {0, 1, 2, 3}, {}, {3, 0, 400}, 3, 400, 2.5, "101", true},
     };
     for (const Row& r : rows) {
         SCOPED_TRACE(r.Name);
         SeriesForm f(400, 300);
+        f.Graph->YAxis()->SetScaling(r.Log ? AxLog : AxNormal);
         auto* edges = f.Vector(r.Edges);
         if (r.Below.size() > 0)
             MakeBars(f, edges, f.Vector(r.Below), clGreen)->SetStackOverlays(true);

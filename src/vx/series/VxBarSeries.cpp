@@ -186,8 +186,27 @@ void TVxBarSeries::RebuildStackList()
     }
 }
 
+bool TVxBarSeries::LogValues() const
+{
+    const TVxAxis* axis = ValueAxis();
+    return axis && (axis->Scaling() == AxLog || axis->Scaling() == AxLogEE);
+}
+
+int TVxBarSeries::ValuePixel(double Value) const
+{
+    // 0 and below cannot be shown on a logarithmic axis: such a bar end lies on the
+    // axis start, so that bars stand on the start instead of hanging from the far end.
+    const TVxAxisMap& map = ValueAxis()->Map();
+    if (LogValues() && !(Value > 0.0))
+        return map.Forward() ? 0 : map.AxisLength();
+    return ValueAxis()->RealToIntPosition(Value);
+}
+
 void TVxBarSeries::SetPointsCount()
 {
+    // The value range depends on the value axis's scaling (see ScanValueRange).
+    if (FRangeOnLog != LogValues())
+        FRangesDirty = true;
     if (FStackOverlays)
         RebuildStackList();
     else
@@ -279,13 +298,18 @@ void TVxBarSeries::ScanClassRange()
 void TVxBarSeries::ScanValueRange()
 {
     TRange& range = FBarHorizontal ? *FXRange : *FYRange;
+    // A logarithmic axis shows the ends above 0 only; the others lie on its start.
+    FRangeOnLog = LogValues();
     double mn = CVxMaxReal, mx = CVxMinReal;
     for (int i = 0; i < FBarCount; ++i) {
         if (!IsValidBar(i))
             continue;
-        const double top = StackedValue(i), base = StackBase(i);
-        mn = std::min({mn, top, base});
-        mx = std::max({mx, top, base});
+        for (double v : {StackedValue(i), StackBase(i)}) {
+            if (FRangeOnLog && !(v > 0.0))
+                continue;
+            mn = std::min(mn, v);
+            mx = std::max(mx, v);
+        }
     }
     if (range.Start() != mn || range.Stop() != mx)
         range.SetStartStop(mn, mx);
@@ -324,12 +348,16 @@ void TVxBarSeries::CalculatePoint(int Index)
 {
     if (Index < 0 || Index >= FPointsCount || !FXAxis || !FYAxis)
         return;
-    auto pixel = [](TVxAxis* axis, const TVxCustomRealVector* v, int i, double value) {
+    // The value coordinate: the x of lying bars, the y of upright ones.
+    auto pixel = [this](TVxAxis* axis, const TVxCustomRealVector* v, int i, double value, bool isValue) {
         if (!v || i >= v->Count())
             return 0;
-        return std::isfinite(value) ? axis->RealToIntPosition(value) : kInvalidPixel;
+        if (!std::isfinite(value))
+            return kInvalidPixel;
+        return isValue ? ValuePixel(value) : axis->RealToIntPosition(value);
     };
-    FPoints->SetValue(Index, QPoint(pixel(FXAxis, FXData, Index, GetX(Index)), pixel(FYAxis, FYData, Index, GetY(Index))));
+    FPoints->SetValue(Index, QPoint(pixel(FXAxis, FXData, Index, GetX(Index), FBarHorizontal),
+                                    pixel(FYAxis, FYData, Index, GetY(Index), !FBarHorizontal)));
 }
 
 void TVxBarSeries::OverlayGroup(int& N, int& K, double& Gap, double& Depth) const
@@ -367,7 +395,7 @@ bool TVxBarSeries::BarRect(int I, int N, int K, double Gap, double Depth, TBarRe
     const double base = StackBase(I);
     if (!std::isfinite(base) || !std::isfinite(StackedValue(I)))
         return false;
-    const int bottom = ClampPixel(ValueAxis()->RealToIntPosition(base));
+    const int bottom = ClampPixel(ValuePixel(base));
 
     // Class width, gaps on both sides, this series' share of the bar, depth.
     const double w = double(c1) - double(c0);

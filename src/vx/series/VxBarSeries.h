@@ -10,7 +10,8 @@
 // default series draws navy bars outlined in blue; a clear brush style gives outlines
 // only.
 //
-// Bars stand on the value 0, so the value range always includes 0. Several bar series on
+// Bars stand on the value 0, so the value range always includes 0; on a logarithmic value
+// axis they stand on the axis start, and the value range holds only the bar ends above 0. Several bar series on
 // the same class axis and edges can share each class side by side (ShiftOverlays: the
 // earlier series in its owner's children is on the left) or stand on each other
 // (StackOverlays: a series stands on the bar series with StackOverlays created before it
@@ -110,6 +111,9 @@ private:
     double StackBase(int I) const;
     // Bar I can be drawn: its edges, value and base are finite.
     bool IsValidBar(int I) const;
+    bool LogValues() const;
+    // Pixel of a bar end on the value axis.
+    int ValuePixel(double Value) const;
     void RebuildStackList();
     // RangesModified for this series and the stacked series standing on it.
     void SettingChanged();
@@ -126,6 +130,8 @@ private:
     double FDepthPercent = 50.0;
     double FBarsGapPercent = 0.0;
     int FBarCount = 0;
+    // The value range was last scanned for a logarithmic value axis.
+    bool FRangeOnLog = false;
     QList<QPointer<TVxBarSeries>> FStackList;
 };
 
