@@ -101,14 +101,11 @@ TEST(VxStrings, ExtractOneNumberCutsTheTextToTheNextNumber)
         double value;
         const char* rest;
     } rows[] = {
-        {"1.5;2.25", true, 1.5, "2.25"},
-        {"2.25", true, 2.25, ""},
+        {"1.5;2.25", true, 1.5, "2.25"}, {"2.25", true, 2.25, ""}, {"12;34", false, 12, "34"}, {"1.5", false, 1, "5"},
         {"X: -3.5E2 ;; Y=0.125 end", true, -350.0, "0.125 end"},
         {"0.125 end", true, 0.125, "end"}, // 'e' is a number character
         {"42", false, 42, "42"},           // a whole integer text is kept
-        {"12;34", false, 12, "34"},
-        {"12 ; 34", false, 12, "; 34"}, // no second skip to the next number
-        {"1.5", false, 1, "5"},
+        {"12 ; 34", false, 12, "; 34"},    // no second skip to the next number
     };
     for (const auto& r : rows) {
         SCOPED_TRACE(r.text);
@@ -140,14 +137,9 @@ TEST(VxStrings, TokensAreWholeWords)
         bool contained;
         const char* bracketed; // with the token replaced by (v)
     } rows[] = {
-        {"a+b*x", "b", true, "a+(v)*x"},
-        {"ab+x", "b", false, "ab+x"},
-        {"b+b_1+b", "b", true, "(v)+b_1+(v)"},
-        {"Slope, DeltaSlope", "Slope", true, "(v), DeltaSlope"},
-        {"bX", "b", false, "bX"},
-        {"", "b", false, ""},
-        {"a+b", "", false, "a+b"},
-        {"x2+x", "x", true, "x2+(v)"},
+        {"a+b*x", "b", true, "a+(v)*x"}, {"ab+x", "b", false, "ab+x"}, {"b+b_1+b", "b", true, "(v)+b_1+(v)"},
+        {"Slope, DeltaSlope", "Slope", true, "(v), DeltaSlope"}, {"bX", "b", false, "bX"}, {"", "b", false, ""},
+        {"a+b", "", false, "a+b"}, {"x2+x", "x", true, "x2+(v)"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.text);
@@ -166,8 +158,6 @@ TEST(VxStrings, XorMixingIsItsOwnInverse)
         const QString mixed = XORNameWithNumber(name, number);
         EXPECT_EQ(mixed.size(), name.size());
         EXPECT_EQ(XORNameWithNumber(mixed, number), name);
-        if (number != 0) {
-            EXPECT_NE(mixed, name);
-        }
+        EXPECT_EQ(mixed != name, number != 0);
     }
 }
