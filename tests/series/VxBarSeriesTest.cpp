@@ -255,6 +255,50 @@ TEST(VxBarSeries, ValueRangeCoversTheDrawnBarsAndTheirBases)
     }
 }
 
+TEST(VxBarSeries, LiveEditsKeepTheRangesOfAFullScan)
+{
+    // Each step edits the class edges or the values in place; the ranges must then be
+    // those a full rescan finds, upright and lying, alone and stacked on another series.
+    struct Step {
+        const char* Name;
+        bool Edges;
+        int Index; // -1: append
+        double Value;
+    };
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const Step steps[] = {{"edge without a value", true, -1, 3},   {"value completing a bar", false, -1, 5},
+                          {"value without an edge", false, -1, 7}, {"edge completing a bar", true, -1, 4},
+                          {"tallest bar lowered", false, 3, 1},    {"lowest bar below 0", false, 0, -4},
+                          {"first edge moved out", true, 0, -1},   {"first edge moved back in", true, 0, 0.5},
+                          {"edge not a number", true, 2, nan},     {"edge restored", true, 2, 2},
+                          {"lowest value not a number", false, 0, nan}};
+    for (int variant = 0; variant < 4; ++variant) {
+        const bool lying = variant & 1, stacked = variant & 2;
+        SCOPED_TRACE(std::string(lying ? "lying" : "upright") + (stacked ? ", stacked" : ""));
+        SeriesForm f;
+        auto* edges = f.Vector({0, 1, 2});
+        auto* values = f.Vector({1, 2});
+        if (stacked)
+            MakeBars(f, edges, f.Vector({1, -3, 2, 2}), clRed, lying)->SetStackOverlays(true);
+        TVxBarSeries* s = MakeBars(f, edges, values, clGreen, lying);
+        s->SetStackOverlays(stacked);
+        f.Render();
+        for (const Step& step : steps) {
+            SCOPED_TRACE(step.Name);
+            TVxLiveVector* v = step.Edges ? edges : values;
+            step.Index < 0 ? void(v->Add(step.Value)) : v->SetValue(step.Index, step.Value);
+            const double x0 = s->XRange()->Start(), x1 = s->XRange()->Stop();
+            const double y0 = s->YRange()->Start(), y1 = s->YRange()->Stop();
+            s->GetNewXStartStop();
+            s->GetNewYStartStop();
+            EXPECT_EQ(x0, s->XRange()->Start());
+            EXPECT_EQ(x1, s->XRange()->Stop());
+            EXPECT_EQ(y0, s->YRange()->Start());
+            EXPECT_EQ(y1, s->YRange()->Stop());
+        }
+    }
+}
+
 TEST(VxBarSeries, BlocksWidenTheClassRangeAndUseShades)
 {
     SeriesForm f(400, 300);

@@ -270,49 +270,73 @@ double TVxBarSeries::GetX(int I) const
     return FBarHorizontal ? StackedValue(I) : ValueAt(FXData, I);
 }
 
-void TVxBarSeries::ScanClassRange()
+int TVxBarSeries::EdgesNeeded() const
 {
-    const TVxCustomRealVector* edges = EdgeData();
-    TRange& range = FBarHorizontal ? *FYRange : *FXRange;
-    const int n = FBarHorizontal ? YIdxNeeded() : XIdxNeeded();
+    return FBarHorizontal ? YIdxNeeded() : XIdxNeeded();
+}
+
+bool TVxBarSeries::EdgeSpan(int I, double& Lo, double& Hi) const
+{
+    Lo = Hi = ValueAt(EdgeData(), I);
+    return I < EdgesNeeded() && std::isfinite(Lo);
+}
+
+bool TVxBarSeries::BarSpan(int I, double& Lo, double& Hi) const
+{
+    if (!IsValidBar(I))
+        return false;
+    // A logarithmic axis shows the ends above 0 only; the others lie on its start.
+    const double top = StackedValue(I), base = StackBase(I);
+    const bool topShown = !FRangeOnLog || top > 0.0, baseShown = !FRangeOnLog || base > 0.0;
+    if (!topShown && !baseShown)
+        return false;
+    Lo = topShown && baseShown ? std::min(top, base) : (topShown ? top : base);
+    Hi = topShown && baseShown ? std::max(top, base) : Lo;
+    return true;
+}
+
+void TVxBarSeries::ScanSpansOf(bool Edges)
+{
+    const int n = Edges ? EdgesNeeded() : FBarCount;
+    const bool xSide = Edges == !FBarHorizontal;
+    int& minIdx = xSide ? FXMinIdx : FYMinIdx;
+    int& maxIdx = xSide ? FXMaxIdx : FYMaxIdx;
     double mn = CVxMaxReal, mx = CVxMinReal;
+    minIdx = maxIdx = -1;
     for (int i = 0; i < n; ++i) {
-        const double e = edges->Data()[i];
-        if (!std::isfinite(e))
+        double lo, hi;
+        if (!(Edges ? EdgeSpan(i, lo, hi) : BarSpan(i, lo, hi)))
             continue;
-        mn = std::min(mn, e);
-        mx = std::max(mx, e);
+        if (lo < mn) {
+            mn = lo;
+            minIdx = i;
+        }
+        if (hi > mx) {
+            mx = hi;
+            maxIdx = i;
+        }
     }
     // A block's depth reaches beyond the last class by a share of its width.
-    if (FShow3DBars && n >= 2 && mn <= mx) {
-        const double w = std::fabs(edges->Data()[n - 1] - edges->Data()[n - 2]);
+    const double* e = EdgeData() ? EdgeData()->Data() : nullptr;
+    if (Edges && FShow3DBars && n >= 2 && mn <= mx) {
+        const double w = std::fabs(e[n - 1] - e[n - 2]);
         const double share
             = (1.0 - DrawnGap(FBarsGapPercent) / 100.0) * DrawnDepth(FDepthPercent) / (FBarHorizontal ? 400.0 : 240.0);
         if (std::isfinite(w) && share > 0.0)
             mx = LimitReal(mx + w * share);
     }
-    if (range.Start() != mn || range.Stop() != mx)
-        range.SetStartStop(mn, mx);
+    SetRangeIfChanged(xSide ? *FXRange : *FYRange, mn, mx);
+}
+
+void TVxBarSeries::ScanClassRange()
+{
+    ScanSpansOf(true);
 }
 
 void TVxBarSeries::ScanValueRange()
 {
-    TRange& range = FBarHorizontal ? *FXRange : *FYRange;
-    // A logarithmic axis shows the ends above 0 only; the others lie on its start.
     FRangeOnLog = LogValues();
-    double mn = CVxMaxReal, mx = CVxMinReal;
-    for (int i = 0; i < FBarCount; ++i) {
-        if (!IsValidBar(i))
-            continue;
-        for (double v : {StackedValue(i), StackBase(i)}) {
-            if (FRangeOnLog && !(v > 0.0))
-                continue;
-            mn = std::min(mn, v);
-            mx = std::max(mx, v);
-        }
-    }
-    if (range.Start() != mn || range.Stop() != mx)
-        range.SetStartStop(mn, mx);
+    ScanSpansOf(false);
 }
 
 void TVxBarSeries::GetNewXStartStop()
@@ -333,15 +357,40 @@ void TVxBarSeries::GetNewYStartStop()
     Modified();
 }
 
-// Bars are few and a stacked bar depends on other series: a change rescans.
-void TVxBarSeries::CalcXValue(int)
+void TVxBarSeries::FoldSpanOf(bool Edges, int I)
 {
-    GetNewXStartStop();
+    if (I < 0)
+        return;
+    // The depth of blocks depends on the last class: their class range is rescanned.
+    if (Edges && FShow3DBars) {
+        ScanClassRange();
+        Modified();
+        return;
+    }
+    const bool xSide = Edges == !FBarHorizontal;
+    double lo = 0.0, hi = 0.0;
+    const bool valid = Edges ? EdgeSpan(I, lo, hi) : BarSpan(I, lo, hi);
+    if (FoldIntoRange(xSide ? *FXRange : *FYRange, I, valid, lo, hi, xSide ? FXMinIdx : FYMinIdx,
+                      xSide ? FXMaxIdx : FYMaxIdx, [this, Edges] { Edges ? ScanClassRange() : ScanValueRange(); }))
+        Modified();
 }
 
-void TVxBarSeries::CalcYValue(int)
+void TVxBarSeries::ClassDataChanged(int Index)
 {
-    GetNewYStartStop();
+    // An edge bounds the bars on either side of it.
+    FoldSpanOf(true, Index);
+    FoldSpanOf(false, Index - 1);
+    FoldSpanOf(false, Index);
+}
+
+void TVxBarSeries::CalcXValue(int Index)
+{
+    FBarHorizontal ? FoldSpanOf(false, Index) : ClassDataChanged(Index);
+}
+
+void TVxBarSeries::CalcYValue(int Index)
+{
+    FBarHorizontal ? ClassDataChanged(Index) : FoldSpanOf(false, Index);
 }
 
 void TVxBarSeries::CalculatePoint(int Index)

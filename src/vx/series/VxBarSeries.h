@@ -20,6 +20,10 @@
 // draws blocks whose depth is DepthPercent of the bar width; the class range then widens
 // by the depth of the last bar.
 //
+// Cost. A change of one edge or value folds it into the ranges in constant time (a full
+// rescan only when an extreme moves inward, and for the class range of blocks); the pixel
+// positions are recomputed whole at each drawing.
+//
 // Bad values. A bar whose edge or value (or, stacked, a value below it) is NaN or
 // infinite is not drawn and leaves the ranges alone; a stacked sum that overflows counts
 // as the largest real. The gap is drawn as at least 0 and at most 100 percent and the
@@ -120,8 +124,19 @@ private:
     // n and k of the overlay group, and the group's gap and depth percentages.
     void OverlayGroup(int& N, int& K, double& Gap, double& Depth) const;
     bool BarRect(int I, int N, int K, double Gap, double Depth, TBarRect& R) const;
+    // Number of class edges the class range covers.
+    int EdgesNeeded() const;
+    // The span that edge I adds to the class range, or bar I to the value range; false
+    // when it adds none.
+    bool EdgeSpan(int I, double& Lo, double& Hi) const;
+    bool BarSpan(int I, double& Lo, double& Hi) const;
+    // Rescans the class range (Edges) or the value range, with the indexes of the extremes.
+    void ScanSpansOf(bool Edges);
     void ScanClassRange();
     void ScanValueRange();
+    // Folds edge I (Edges) or bar I into its range in constant time (see FoldIntoRange).
+    void FoldSpanOf(bool Edges, int I);
+    void ClassDataChanged(int Index);
 
     bool FShow3DBars = false;
     bool FBarHorizontal = false;
