@@ -8,6 +8,7 @@
 #include <QPointer>
 #include <QRandomGenerator>
 #include <cmath>
+#include <functional>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -97,6 +98,60 @@ TEST(VxDataSeries, RangeFollowsLiveChanges)
     f.Render();
     EXPECT_EQ(s->PointsCount(), 0);
     EXPECT_GT(s->XRange()->Start(), s->XRange()->Stop());
+}
+
+TEST(VxDataSeries, LiveEditsKeepRangesAndPixelsTrue)
+{
+    // After each edit the ranges are those of the drawn points and every cached pixel is
+    // the axes' mapping of its values.
+    struct Row {
+        const char* Name;
+        std::function<void(TVxLiveVector& X, TVxLiveVector& Y)> Edit;
+    };
+    const Row rows[] = {
+        {"insert into both", [](TVxLiveVector& X, TVxLiveVector& Y) { X.Insert(5, 4.5); Y.Insert(5, 4.5); }},
+        {"insert into y only", [](TVxLiveVector&, TVxLiveVector& Y) { Y.Insert(2, 50); }},
+        {"x grows past y's end over old storage",
+         [](TVxLiveVector& X, TVxLiveVector&) {
+             X.Delete(9);
+             X.Delete(8); // storage keeps 8 and 9
+             X.SetValue(10, 3);
+         }},
+        {"x grows to y's end plus one",
+         [](TVxLiveVector& X, TVxLiveVector&) {
+             X.Delete(9);
+             X.SetValue(10, 3);
+         }},
+        {"append to both", [](TVxLiveVector& X, TVxLiveVector& Y) { X.Add(20); Y.Add(-20); }},
+        {"a value set in place", [](TVxLiveVector& X, TVxLiveVector&) { X.SetValue(3, -5); }},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.Name);
+        SeriesForm f;
+        auto* x = f.Vector({0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
+        auto* y = f.Vector({0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
+        auto* s = MakeSeries(f, x, y);
+        f.Render();
+        r.Edit(*x, *y);
+        f.Render();
+        const int n = s->PointsCount();
+        ASSERT_EQ(n, std::min(x->Count(), y->Count()));
+        double x0 = CVxMaxReal, x1 = CVxMinReal, y0 = CVxMaxReal, y1 = CVxMinReal;
+        int wrong = 0;
+        for (int i = 0; i < n; ++i) {
+            x0 = std::min(x0, x->Value(i));
+            x1 = std::max(x1, x->Value(i));
+            y0 = std::min(y0, y->Value(i));
+            y1 = std::max(y1, y->Value(i));
+            QPoint p;
+            wrong += !s->PointAt(i, p) || p != QPoint(f.Graph->XAxis()->RealToIntPosition(x->Value(i)),
+                                                       f.Graph->YAxis()->RealToIntPosition(y->Value(i)));
+        }
+        EXPECT_EQ(wrong, 0);
+        EXPECT_EQ(QRectF(QPointF(s->XRange()->Start(), s->YRange()->Start()),
+                         QPointF(s->XRange()->Stop(), s->YRange()->Stop())),
+                  QRectF(QPointF(x0, y0), QPointF(x1, y1)));
+    }
 }
 
 TEST(VxDataSeries, PlainVectorsAreRemappedWhenTheGraphIsModified)
@@ -343,10 +398,16 @@ TEST(VxDataSeries, ErrorBarsWidenTheRangeWhileSymbolsShow)
     EXPECT_EQ(s->YRange()->Stop(), CVxMaxReal);
     y->SetValue(1, 20);
     dyp->SetValue(1, -5);
+    // Hiding the symbols takes the errors out of the range, showing them brings them back.
     s->PointStyle().SetVisible(false);
-    s->GetNewYStartStop();
+    f.Render();
     EXPECT_EQ(s->YRange()->Start(), 10);
     EXPECT_EQ(s->YRange()->Stop(), 30);
+    s->PointStyle().SetVisible(true);
+    f.Render();
+    EXPECT_EQ(s->YRange()->Start(), 6);
+    EXPECT_EQ(s->YRange()->Stop(), 33);
+    EXPECT_GE(f.Graph->YAxis()->Stop(), 33);
 }
 
 TEST(VxDataSeries, OneVectorForBothErrorsKeepsNotifyingWhenOneIsReplaced)

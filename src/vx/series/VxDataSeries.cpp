@@ -309,6 +309,7 @@ void TVxSeries::SetData(bool XSide, TVxCustomRealVector* Vector)
     if (!ReplaceVector(field, XSide ? wrXData : wrYData, Vector,
                        XSide ? &TVxSeries::FOnXIChanged : &TVxSeries::FOnYIChanged))
         return;
+    (XSide ? FXSeenCount : FYSeenCount) = CountOf(Vector);
     if (Vector && axis)
         RegisterRange(range, axis);
     if (Vector && IsDesigning(this) && Vector->Count() == 0)
@@ -661,7 +662,7 @@ void TVxSeries::CalculatePoints()
     SetPointsCount();
     const bool degenerate = FPointsCount > 0
                             && (FXRange->Start() >= FXRange->Stop() || FYRange->Start() >= FYRange->Stop());
-    if (FRangesDirty || degenerate) {
+    if (FRangesDirty || degenerate || RangesOutdated()) {
         const double x0 = FXRange->Start(), x1 = FXRange->Stop(), y0 = FYRange->Start(), y1 = FYRange->Stop();
         if (HasPlainRangeScan()) {
             ScanBothRanges();
@@ -707,6 +708,13 @@ void TVxSeries::OnDataChanged(bool XSide, int Index, bool AllChanged)
     auto calcOther = [this, XSide](int i) { XSide ? CalcYValue(i) : CalcXValue(i); };
     FChildsDirty = true;
     const int oldCount = FPointsCount;
+    // An insertion moves every later value up by one: the points from Index on all
+    // changed, like after a deletion.
+    int& seen = XSide ? FXSeenCount : FYSeenCount;
+    const int vectorCount = CountOf(XSide ? FXData : FYData);
+    if (!AllChanged && vectorCount > seen && Index < vectorCount - 1 && Index < oldCount)
+        AllChanged = true;
+    seen = vectorCount;
     SetPointsCount();
     if (!AllChanged) {
         // New points: the other coordinate was there already; the newest point of the
@@ -717,6 +725,15 @@ void TVxSeries::OnDataChanged(bool XSide, int Index, bool AllChanged)
             calc(i);
         for (int i = oldCount; i < FPointsCount - 1; ++i)
             CalculatePoint(i);
+        // When the vector grew past the other one's end, Index lies beyond the points and
+        // the newest point would be left out of the range and the pixel cache.
+        const int newest = FPointsCount - 1;
+        if (FPointsCount > oldCount && Index != newest) {
+            calc(newest);
+            CalculatePoint(newest);
+            if (FDrawingWorld)
+                FDrawingWorld->update();
+        }
     }
     if (Index > FPointsCount) {
         DataChanged();
@@ -767,6 +784,10 @@ void TVxSeries::RangesModified()
     FChildsDirty = true;
     FRangesDirty = true;
     Modified();
+    // The rescan may move the axes: the graph calculates before it paints again, so that
+    // no drawing maps the points through axes that are about to change.
+    if (TVx2DGraph* g = Graph())
+        g->Modified();
 }
 
 void TVxSeries::ChildModified()
@@ -1371,12 +1392,20 @@ void TVxDataWithErrorSeries::SpanOf(bool XSide, int Index, double V, double& Lo,
 
 void TVxDataWithErrorSeries::GetNewXStartStop()
 {
+    FXSpansWithErrors = FPointStyle->Visible();
     ScanSpans(true);
 }
 
 void TVxDataWithErrorSeries::GetNewYStartStop()
 {
+    FYSpansWithErrors = FPointStyle->Visible();
     ScanSpans(false);
+}
+
+bool TVxDataWithErrorSeries::RangesOutdated() const
+{
+    const bool visible = FPointStyle->Visible();
+    return FXSpansWithErrors != visible || FYSpansWithErrors != visible;
 }
 
 void TVxDataWithErrorSeries::CalculatePoint(int Index)

@@ -144,7 +144,8 @@ public:
     // --- Change propagation ----------------------------------------------------------------
     // Pixel positions must be recomputed; repaints the drawing world and refreshes legends.
     void Modified() override;
-    // Ranges and children must be recomputed as well.
+    // Ranges and children must be recomputed as well; the graph recalculates (rescaling
+    // its axes) before it paints again.
     void RangesModified();
     // A child changed a setting: the ranges are rescanned before the next drawing.
     void ChildModified();
@@ -160,7 +161,9 @@ public:
     bool RangesDirty() const { return FRangesDirty; }
     bool ChildsDirty() const { return FChildsDirty; }
 
-    // Change handlers registered with the vectors: (Index, AllChanged).
+    // Change handlers registered with the vectors: (Index, AllChanged). A new value folds
+    // into the ranges in constant time; an insertion (the vector grew while Index is not
+    // its last value) moves the later values and counts as a change of all of them.
     void FOnXIChanged(int Index, bool AllChanged);
     void FOnYIChanged(int Index, bool AllChanged);
     virtual void FOnWeightChanged(int Index, bool AllChanged);
@@ -309,6 +312,9 @@ protected:
     static bool SetRangeIfChanged(TRange& Range, double Start, double Stop);
     // |D| / Scale rounded to whole pixels (0 for a degenerate scale, clamped far out).
     static int PixelLength(double D, double Scale);
+    // True when the ranges no longer fit the settings they were scanned with; they are
+    // rescanned at the next CalculatePoints.
+    virtual bool RangesOutdated() const { return false; }
     // True while GetNewXStartStop and GetNewYStartStop are the plain scans, which
     // ScanBothRanges then does in one pass over the data.
     virtual bool HasPlainRangeScan() const { return true; }
@@ -380,6 +386,10 @@ protected:
     TVxAxisMap FCachedYMap;
     // The reduced polyline holds the first FReducedCount cached points.
     int FReducedCount = 0;
+    // Counts of XData and YData as of their last change notice (tells an insertion,
+    // which moves the later values, from an append).
+    int FXSeenCount = 0;
+    int FYSeenCount = 0;
 };
 
 // A series that holds its own data vectors (the type of a calculated series' parent).
@@ -421,7 +431,8 @@ protected:
 
 // A data series with error bars: each point gets bars of |dXMinus|, |dXPlus|, |dYMinus|
 // and |dYPlus| (data units, converted linearly even on logarithmic axes) with caps of
-// PointStyle.Size half-length. Error bars widen the ranges while symbols are shown.
+// PointStyle.Size half-length. Error bars widen the ranges while symbols are shown
+// (showing or hiding them rescans the ranges at the next calculation).
 class TVxDataWithErrorSeries : public TVxDataSeries {
     Q_OBJECT
     Q_PROPERTY(vx::TVxCustomRealVector* dXPlus READ dXPlus WRITE SetdXPlus)
@@ -473,8 +484,13 @@ protected:
 
     // [v - minus, v + plus].
     void SpanOf(bool XSide, int Index, double V, double& Lo, double& Hi) const override;
+    // Showing or hiding the symbols adds the errors to the ranges or takes them out.
+    bool RangesOutdated() const override;
 
 private:
+    // PointStyle.Visible as of the last scan of the x and the y range.
+    bool FXSpansWithErrors = true;
+    bool FYSpansWithErrors = true;
 
     QPointer<TVxCustomRealVector> FdXPlus;
     QPointer<TVxCustomRealVector> FdXMinus;
