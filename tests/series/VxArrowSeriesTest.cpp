@@ -58,6 +58,29 @@ TEST(VxArrowSeries, RangesIncludeBothEndsWhileVisible)
     }
 }
 
+TEST(VxArrowSeries, BadValuesLeaveTheRangesFinite)
+{
+    struct Row {
+        const char* Name;
+        std::initializer_list<double> X, DX;
+        double Start, Stop;
+    };
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double inf = std::numeric_limits<double>::infinity();
+    const Row rows[] = {{"start not finite: no arrow", {0, nan, 10}, {1, 100, 1}, 0, 11},
+                        {"component not finite counts as 0", {0, 10}, {inf, nan}, 0, 10},
+                        {"overflowing end: the largest real", {1e308, 0}, {1.5e308, -inf}, 0, 1.7e308}};
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.Name);
+        SeriesForm f;
+        auto* s = MakeArrows(f, r.X, {0, 5, 10}, r.DX, {0, 0, 0});
+        f.Render();
+        EXPECT_EQ(s->XRange()->Start(), r.Start);
+        EXPECT_EQ(s->XRange()->Stop(), r.Stop);
+        EXPECT_EQ(s->YRange()->Stop(), r.X.size() == 3 ? 10 : 5);
+    }
+}
+
 TEST(VxArrowSeries, ArrowFromTheLeftmostPointMayReachPastTheRightEnd)
 {
     SeriesForm f;

@@ -203,10 +203,32 @@ TEST(VxBarSeries, LyingBarsTakeTheirClassesFromY)
     EXPECT_EQ(PixelAt(img, QPoint(zero + 2, row0)), clGreen) << "first bar to the right";
     EXPECT_NE(PixelAt(img, QPoint(zero - 2, row0)), clGreen);
     EXPECT_EQ(PixelAt(img, QPoint(zero - 2, row1)), clGreen) << "negative length to the left";
-    // FindPoint hits the bar's end.
-    const QPoint end = QPoint(f.Graph->XAxis()->RealToIntPosition(3), row0) + f.World();
-    EXPECT_EQ(s->FindPoint(end.x(), end.y(), 1), 0);
-    EXPECT_EQ(s->FindPoint(end.x() - 10, end.y(), 1), -1);
+}
+
+TEST(VxBarSeries, FindPointHitsTheTopEdge)
+{
+    // Bars over the classes 0..1 and 1..2, both of value 3; Offset moves the probe along
+    // the value axis in pixels.
+    struct Row {
+        const char* Name;
+        double Class, Value;
+        int Offset, Tolerance, Found;
+    };
+    const Row rows[] = {{"top of the first bar", 0.5, 3, 0, 0, 0},  {"shared edge: the later bar", 1, 3, 0, 0, 1},
+                        {"within the tolerance", 0.5, 3, 3, 3, 0},  {"beyond the tolerance", 0.5, 3, 4, 3, -1},
+                        {"inside, below the top", 0.5, 1.5, 0, 5, -1}, {"beside the classes", 2.5, 3, 0, 5, -1}};
+    for (bool lying : {false, true}) {
+        SeriesForm f;
+        auto* s = MakeBars(f, f.Vector({0, 1, 2}), f.Vector({3, 3}), clGreen, lying);
+        f.Render();
+        for (const Row& r : rows) {
+            SCOPED_TRACE(std::string(r.Name) + (lying ? ", lying" : ""));
+            const int c = (lying ? f.Graph->YAxis() : f.Graph->XAxis())->RealToIntPosition(r.Class);
+            const int v = (lying ? f.Graph->XAxis() : f.Graph->YAxis())->RealToIntPosition(r.Value) + r.Offset;
+            const QPoint p = (lying ? QPoint(v, c) : QPoint(c, v)) + f.World();
+            EXPECT_EQ(s->FindPoint(p.x(), p.y(), r.Tolerance), r.Found);
+        }
+    }
 }
 
 TEST(VxBarSeries, ValueRangeCoversTheDrawnBarsAndTheirBases)
