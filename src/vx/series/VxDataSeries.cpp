@@ -660,6 +660,8 @@ void TVxSeries::CalculatePoints()
         return;
     }
     SetPointsCount();
+    FXSeenCount = FXData->Count();
+    FYSeenCount = FYData->Count();
     const bool degenerate = FPointsCount > 0
                             && (FXRange->Start() >= FXRange->Stop() || FYRange->Start() >= FYRange->Stop());
     if (FRangesDirty || degenerate || RangesOutdated()) {

@@ -100,6 +100,10 @@ public:
     virtual void SetWeight(TVxCustomRealVector* Vector);
     // The weight vector in force (a calculated series may use its parent's).
     virtual TVxCustomRealVector* GetWeight() const;
+    // Data vectors. The series listens to a vector's change notices from the moment it is
+    // set, also while no axis is set yet. The data range is entered in the axis's range
+    // list when the vector is set while the axis is there; setting the axis afterwards
+    // enters it only for a TVxLiveVector (set the data after the axes).
     virtual void SetXData(TVxCustomRealVector* Vector);
     virtual void SetYData(TVxCustomRealVector* Vector);
     TVxCustomRealVector* XData() const { return FXData; }
@@ -386,8 +390,8 @@ protected:
     TVxAxisMap FCachedYMap;
     // The reduced polyline holds the first FReducedCount cached points.
     int FReducedCount = 0;
-    // Counts of XData and YData as of their last change notice (tells an insertion,
-    // which moves the later values, from an append).
+    // Counts of XData and YData as of their last change notice or calculation (tells an
+    // insertion, which moves the later values, from an append).
     int FXSeenCount = 0;
     int FYSeenCount = 0;
 };
