@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QPointer>
 #include <QRandomGenerator>
+#include <climits>
 #include <cmath>
 #include <functional>
 #include <gtest/gtest.h>
@@ -285,6 +286,9 @@ TEST(VxDataSeries, FindPointReturnsTheLastWithinTolerance)
     EXPECT_EQ(s->FindPoint(p.x(), p.y(), 3), 2);
     EXPECT_EQ(s->FindPoint(p.x(), p.y(), 0), 1);
     EXPECT_EQ(s->FindPoint(-100, -100, 3), -1);
+    // Far-out coordinates do not wrap around into the plot.
+    EXPECT_EQ(s->FindPoint(INT_MIN, INT_MIN, INT_MAX), -1);
+    EXPECT_EQ(s->FindPoint(INT_MAX, INT_MAX, INT_MAX), 3);
 }
 
 TEST(VxDataSeries, SinglePointIsMappedAndTheGraphSettles)
@@ -583,6 +587,23 @@ TEST(VxDataSeries, ChildrenGoWithTheirParentAndMayLeaveFirst)
     delete parent;
     EXPECT_TRUE(b.isNull());
     f.Render();
+    // A cycle is refused (it would free and draw without end).
+    auto* p2 = MakeSeries(f, f.Vector({1, 2}), f.Vector({1, 2}));
+    auto* c2 = MakeSeries(f, f.Vector({1, 2}), f.Vector({1, 2}));
+    auto* g2 = MakeSeries(f, f.Vector({1, 2}), f.Vector({1, 2}));
+    p2->AddChild(c2);
+    c2->AddChild(g2);
+    g2->AddChild(p2);
+    c2->AddChild(p2);
+    EXPECT_EQ(g2->Childs().Count() + c2->Childs().Count(), 1);
+    // A plain child is drawn once, by the drawing world: its xor area stays visible.
+    for (TVxDataSeries* s : {p2, g2})
+        s->SetXData(nullptr);
+    c2->PointStyle().SetVisible(false);
+    c2->AreaStyle().SetVisible(true);
+    c2->AreaStyle().SetColor(clGreen);
+    EXPECT_GT(CountColor(f.Render(), clGreen), 100);
+    delete p2;
     // The form deleting everything (series after vectors and graph) must not crash.
     auto* s = MakeSeries(f, f.Vector({1}), f.Vector({2}));
     s->AddChild(new TVxLineSeries(f.Form.get()));

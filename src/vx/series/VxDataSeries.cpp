@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
+#include <cstdlib>
 
 namespace vx {
 
@@ -836,9 +837,18 @@ void TVxSeries::TestOrder()
         g->Modified();
 }
 
+bool TVxSeries::HasDescendant(const TVxSeries* Series) const
+{
+    for (const TVxSeries* child : *FChilds)
+        if (child == Series || child->HasDescendant(Series))
+            return true;
+    return false;
+}
+
 void TVxSeries::AddChild(TVxSeries* Child)
 {
-    if (!Child || Child == this || FChilds->Contains(Child))
+    // A cycle would make the series free and draw each other without end.
+    if (!Child || Child == this || FChilds->Contains(Child) || Child->HasDescendant(this))
         return;
     FChilds->Add(Child);
     connect(Child, &QObject::destroyed, this, [this, Child]() { FChilds->Remove(Child); });
@@ -940,8 +950,10 @@ void TVxSeries::Draw(TCanvas& Canvas)
 {
     DrawLine(Canvas);
     DrawPoints(Canvas);
+    // Other children are in the drawing world's list and are drawn from there.
     for (TVxSeries* child : *FChilds)
-        child->Draw(Canvas);
+        if (child->IsCalculatedSeries())
+            child->Draw(Canvas);
 }
 
 void TVxSeries::DrawLine(TCanvas& Canvas)
@@ -1078,15 +1090,14 @@ double TVxSeries::IntToRealY(int Pixel) const
 
 int TVxSeries::FindPoint(int X, int Y, int Tolerance) const
 {
-    if (FDrawingWorld) {
-        X -= FDrawingWorld->x();
-        Y -= FDrawingWorld->y();
-    }
+    // In 64 bits: coordinates far out must not wrap around into the plot.
+    const qint64 x = qint64(X) - (FDrawingWorld ? FDrawingWorld->x() : 0);
+    const qint64 y = qint64(Y) - (FDrawingWorld ? FDrawingWorld->y() : 0);
     int found = -1;
     const int n = std::min(FPointsCount, FPoints->Count());
     for (int i = 0; i < n; ++i) {
         QPoint p;
-        if (PointAt(i, p) && std::abs(p.x() - X) <= Tolerance && std::abs(p.y() - Y) <= Tolerance)
+        if (PointAt(i, p) && std::llabs(p.x() - x) <= Tolerance && std::llabs(p.y() - y) <= Tolerance)
             found = i;
     }
     return found;

@@ -175,8 +175,12 @@ public:
     // --- Dependent series ------------------------------------------------------------------
     // The dependent series, freed (last first) with this series.
     const TVxSeriesList& Childs() const { return *FChilds; }
-    // Enters a dependent series (it leaves the list by itself when destroyed).
+    // Enters a dependent series (it leaves the list by itself when destroyed); a series
+    // that this one already depends on is refused. Calculated children are drawn by their
+    // parent, others by their drawing world.
     void AddChild(TVxSeries* Child);
+    // True when Series is a child of this series or of one of its children.
+    bool HasDescendant(const TVxSeries* Series) const;
     void RemoveChild(TVxSeries* Child);
     // Hooks for calculated series; a plain series is not one and ignores them.
     virtual bool IsCalculatedSeries() const { return false; }
