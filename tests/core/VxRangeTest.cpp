@@ -45,8 +45,8 @@ TEST(VxRange, WideningReportsTheEndThatMoved)
         double value;
         TRangeChangedResult result;
         double start, stop;
-    } rows[] = {{1.0, rgMinChanged, 1.0, 4.0}, {9.0, rgMaxChanged, 2.0, 9.0},
-                {3.0, rgNotChanged, 2.0, 4.0}, {4.0, rgNotChanged, 2.0, 4.0}};
+    } rows[] = {{1.0, rgMinChanged, 1.0, 4.0}, {9.0, rgMaxChanged, 2.0, 9.0}, {3.0, rgNotChanged, 2.0, 4.0},
+                {2.0, rgNotChanged, 2.0, 4.0}, {4.0, rgNotChanged, 2.0, 4.0}}; // ends compare strictly
     for (const auto& row : rows) {
         SCOPED_TRACE(row.value);
         TRange range;
