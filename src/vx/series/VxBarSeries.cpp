@@ -16,7 +16,7 @@ namespace vx {
 
 namespace {
 
-constexpr int kInvalidPixel = INT_MIN;
+constexpr int kInvalidPixel = TVxSeries::CInvalidPixel;
 
 // Bar corners are held within this many pixels of the plot's origin: far outside any
 // plot, so the visible part of a bar is unchanged, and safe for the painter.
@@ -50,8 +50,8 @@ double ValueAt(const TVxCustomRealVector* V, int I)
     return (V && I >= 0 && I < V->Count()) ? V->Data()[I] : std::numeric_limits<double>::quiet_NaN();
 }
 
-// (byte div 10) * Factor per colour byte, each kept in 8 bits (a light shade of a byte above
-// 199 wraps, as the original drawing did).
+// (byte div 10) * Factor per colour byte, each kept in 8 bits: the light shade of a byte
+// above 199 wraps around, deliberately, so that blocks keep the shades they always had.
 TColor Shade(TColor Color, int Factor)
 {
     const TColor rgb = ColorToRGB(Color);
