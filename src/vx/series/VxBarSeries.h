@@ -71,7 +71,10 @@ public:
     int BarCount() const { return FBarCount; }
     // The stacked series below this one, bottom first (rebuilt by SetPointsCount).
     QList<TVxBarSeries*> StackList() const;
-    // Top of bar I in data units: the own value plus the values of the series below.
+    // Value I of the y and x data as drawn: for the value coordinate (y of upright bars,
+    // x of lying ones) the top of bar I, its own value plus the values of the stacked
+    // series below it (NaN when any part is not finite); for the class coordinate edge I
+    // (NaN when missing).
     double GetY(int I) const;
     double GetX(int I) const;
 
@@ -88,7 +91,8 @@ public:
     void CalcYValue(int Index) override;
     void CalculatePoint(int Index) override;
     void DrawLine(TCanvas& Canvas) override;
-    // The last bar whose top edge lies within Tolerance of graph point (X, Y), or -1.
+    // The last bar whose class holds graph point (X, Y) and whose top edge lies within
+    // Tolerance pixels of it along the value axis, or -1.
     int FindPoint(int X, int Y, int Tolerance) const override;
     void WriteToIni(TVxIniList& List, const QString& Section) const override;
     void ReadFromIni(TVxIniList& List, const QString& Section) override;
