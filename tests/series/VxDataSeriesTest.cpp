@@ -54,9 +54,21 @@ TEST(VxDataSeries, PointCountIsTheShorterVector)
     EXPECT_EQ(s->PointsCount(), 3);
     EXPECT_EQ(s->XRange()->Start(), 1);
     EXPECT_EQ(s->XRange()->Stop(), 3);
+    // Without data the series leaves the axes to the others.
+    MakeSeries(f, f.Vector({1, 2}), f.Vector({0, 10}));
+    auto* y = f.Vector({0, 1000});
+    auto* big = MakeSeries(f, f.Vector({1, 2}), y);
+    f.Render();
+    EXPECT_GE(f.Graph->YAxis()->Stop(), 1000);
     s->SetYData(nullptr);
+    delete big->XData();
     f.Render();
     EXPECT_EQ(s->PointsCount(), 0);
+    EXPECT_LT(f.Graph->YAxis()->Stop(), 1000);
+    EXPECT_GT(big->YRange()->Start(), big->YRange()->Stop());
+    big->SetXData(f.Vector({1, 2}));
+    f.Render();
+    EXPECT_GE(f.Graph->YAxis()->Stop(), 1000);
 }
 
 TEST(VxDataSeries, RangeFollowsLiveChanges)

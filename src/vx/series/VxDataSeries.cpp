@@ -658,6 +658,13 @@ void TVxSeries::CalculatePoints()
         FPointsCount = 0;
         FPoints->SetCount(0);
         InvalidatePixels();
+        // Without data the series has no range: the axes no longer make room for values
+        // it does not draw. (The ranges stay marked for a rescan when data come back.)
+        if (!FXData || !FYData) {
+            FXMinIdx = FXMaxIdx = FYMinIdx = FYMaxIdx = -1;
+            SetRangeIfChanged(*FXRange, CVxMaxReal, CVxMinReal);
+            SetRangeIfChanged(*FYRange, CVxMaxReal, CVxMinReal);
+        }
         return;
     }
     SetPointsCount();
