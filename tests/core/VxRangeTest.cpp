@@ -39,7 +39,7 @@ TEST(VxRange, WideningReportsTheEndThatMoved)
     EXPECT_EQ(Ends(fresh), std::make_pair(CVxMaxReal, CVxMinReal));
     EXPECT_EQ(fresh.IfRangeChanged(5.0), rgBothChanged);
     EXPECT_EQ(Ends(fresh), std::make_pair(5.0, 5.0));
-    EXPECT_EQ(freshChanges.last, &fresh);
+    EXPECT_EQ(std::make_pair(freshChanges.count, freshChanges.last), std::make_pair(1, &fresh));
 
     const struct {
         double value;
