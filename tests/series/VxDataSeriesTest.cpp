@@ -476,6 +476,55 @@ TEST(VxDataSeries, ErrorBarsAreDrawnOnlyForPointsInsideAndForExistingErrors)
     EXPECT_EQ(CountColor(img, clRed), 0);
 }
 
+TEST(VxDataSeries, PlusErrorBarsPointTowardLargerValues)
+{
+    struct Row {
+        const char* Name;
+        bool TwistX, TwistY;
+    };
+    const Row rows[] = {{"plain", false, false}, {"x twisted", true, false}, {"y twisted", false, true}};
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.Name);
+        SeriesForm f;
+        auto* s = new TVxDataWithErrorSeries(f.Form.get());
+        s->SetXData(f.Vector({0, 5, 10}));
+        s->SetYData(f.Vector({0, 5, 10}));
+        s->SetdXPlus(f.Vector({0, 2}));
+        s->SetdYPlus(f.Vector({0, 2}));
+        s->SetErrorIndicatorsColor(clRed);
+        s->LineStyle().SetVisible(false);
+        f.Graph->XAxis()->SetTwisted(r.TwistX);
+        f.Graph->YAxis()->SetTwisted(r.TwistY);
+        const QImage img = f.Render();
+        const TVxAxis* xa = f.Graph->XAxis();
+        const TVxAxis* ya = f.Graph->YAxis();
+        const QPoint w = f.World();
+        auto red = [&](double X, double Y) {
+            return PixelAt(img, w + QPoint(xa->RealToIntPosition(X), ya->RealToIntPosition(Y))) == clRed;
+        };
+        EXPECT_TRUE(red(6.5, 5));
+        EXPECT_FALSE(red(3.5, 5));
+        EXPECT_TRUE(red(5, 6.5));
+        EXPECT_FALSE(red(5, 3.5));
+    }
+}
+
+TEST(VxDataSeries, AreaOnALogarithmicAxisReachesDownToItsStart)
+{
+    SeriesForm f;
+    auto* s = MakeSeries(f, f.Vector({1, 10}), f.Vector({10, 100}));
+    f.Graph->YAxis()->SetScaling(AxLog);
+    s->PointStyle().SetVisible(false);
+    s->LineStyle().SetVisible(false);
+    s->AreaStyle().SetVisible(true);
+    s->AreaStyle().SetDrawXOred(false);
+    s->AreaStyle().SetColor(clGreen);
+    const QImage img = f.Render();
+    const QRect world = f.Graph->DrawingWorld()->geometry();
+    EXPECT_EQ(PixelAt(img, QPoint(world.center().x(), world.bottom() - 1)), clGreen);
+    EXPECT_NE(PixelAt(img, QPoint(world.center().x(), world.top() + 1)), clGreen);
+}
+
 TEST(VxDataSeries, ReducedLineGivesTheSamePixelsAsEveryPoint)
 {
     // Random walks dense enough that many points share pixel columns, including NaN gaps,

@@ -875,7 +875,12 @@ void TVxSeries::RemoveChild(TVxSeries* Child)
 
 int TVxSeries::ZeroPixelY() const
 {
-    return FYAxis ? FYAxis->RealToIntPosition(0.0) : 0;
+    if (!FYAxis)
+        return 0;
+    // 0 lies infinitely far below a logarithmic axis's start: fills reach down to the start.
+    if (FYAxis->Scaling() != AxNormal)
+        return FYAxis->Map().Forward() ? 0 : FYAxis->Map().AxisLength();
+    return FYAxis->RealToIntPosition(0.0);
 }
 
 TColor TVxSeries::SymbolBackground() const
@@ -1458,6 +1463,9 @@ void TVxDataWithErrorSeries::DrawPoints(TCanvas& Canvas)
     const int height = FDrawingWorld ? FDrawingWorld->height() : 0;
     const int s = FPointStyle->Size();
     const TColor background = SymbolBackground();
+    // Plus bars point toward larger values, also on twisted axes.
+    const int sx = FXAxis->Map().Forward() ? 1 : -1;
+    const int sy = FYAxis->Map().Forward() ? 1 : -1;
     WithSymbolClipping(Canvas, [&] {
         for (int i = 0; i < FPointsCount; ++i) {
             QPoint p;
@@ -1467,25 +1475,17 @@ void TVxDataWithErrorSeries::DrawPoints(TCanvas& Canvas)
             Canvas.Pen().SetWidth(1);
             Canvas.Pen().SetColor(FErrorIndicatorsColor);
             Canvas.Pen().SetStyle(psSolid);
-            if (i < FLengths[0]->Count()) {
-                const int l = FLengths[0]->Value(i);
-                vx::DrawLine(x, y, x + l, y, Canvas);
-                vx::DrawLine(x + l, y - s, x + l, y + s, Canvas);
-            }
-            if (i < FLengths[1]->Count()) {
-                const int l = FLengths[1]->Value(i);
-                vx::DrawLine(x, y, x - l, y, Canvas);
-                vx::DrawLine(x - l, y - s, x - l, y + s, Canvas);
-            }
-            if (i < FLengths[2]->Count()) {
-                const int l = FLengths[2]->Value(i);
-                vx::DrawLine(x, y, x, y - l, Canvas);
-                vx::DrawLine(x - s, y - l, x + s, y - l, Canvas);
-            }
-            if (i < FLengths[3]->Count()) {
-                const int l = FLengths[3]->Value(i);
-                vx::DrawLine(x, y, x, y + l, Canvas);
-                vx::DrawLine(x - s, y + l, x + s, y + l, Canvas);
+            for (int k = 0; k < 2; ++k) {
+                if (i < FLengths[k]->Count()) {
+                    const int e = x + (k == 0 ? sx : -sx) * FLengths[k]->Value(i);
+                    vx::DrawLine(x, y, e, y, Canvas);
+                    vx::DrawLine(e, y - s, e, y + s, Canvas);
+                }
+                if (i < FLengths[k + 2]->Count()) {
+                    const int e = y + (k == 0 ? sy : -sy) * FLengths[k + 2]->Value(i);
+                    vx::DrawLine(x, y, x, e, Canvas);
+                    vx::DrawLine(x - s, e, x + s, e, Canvas);
+                }
             }
             Canvas.Pen().SetWidth(FPointStyle->Width());
             Canvas.Pen().SetColor(FPointStyle->Color());

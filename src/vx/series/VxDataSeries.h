@@ -11,8 +11,10 @@
 // does not widen the ranges, it gets no symbol, no error bars and no arrow, and the line is
 // broken there (a gap); the area fill closes each unbroken run separately. An error or
 // arrow component that is not finite counts as 0; a point's end that overflows (a huge
-// value plus its error) counts as the largest real, so the ranges stay finite. (Values
-// <= 0 on a logarithmic axis are drawn at the axis start, as the axis maps them.)
+// value plus its error) counts as the largest real, so the ranges stay finite. Values
+// <= 0 on a logarithmic axis get the axis's pixel -1, just outside the plot: left of it on
+// a horizontal axis, above it on a vertical one (unless twisted). An area fill on a
+// logarithmic y axis reaches down to the axis start (0 lies infinitely far below it).
 //
 // Cost. Appending to a live vector folds the new value into the ranges and maps the new
 // point in constant time. While the axes' mapping stays the same and every vector reports
@@ -439,7 +441,8 @@ protected:
 
 // A data series with error bars: each point gets bars of |dXMinus|, |dXPlus|, |dYMinus|
 // and |dYPlus| (data units, converted linearly even on logarithmic axes) with caps of
-// PointStyle.Size half-length. Error bars widen the ranges while symbols are shown
+// PointStyle.Size half-length; plus bars point toward larger values (on a twisted axis
+// too). Error bars widen the ranges while symbols are shown
 // (showing or hiding them rescans the ranges at the next calculation).
 class TVxDataWithErrorSeries : public TVxDataSeries {
     Q_OBJECT
