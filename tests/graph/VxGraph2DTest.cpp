@@ -381,6 +381,45 @@ TEST(VxGraph2D, SeriesRangesDriveTheAxes)
     EXPECT_TRUE(red);
 }
 
+TEST(VxGraph2D, SeriesPaintOnTheGraphSoEdgeSymbolsAreWhole)
+{
+    // Squares on two corners of the plot: drawn whole, over the frame and the axes, until
+    // both axes are zoomed in; then they are clipped to the world.
+    QWidget form;
+    auto* g = new TVx2DGraph(&form);
+    g->resize(300, 200);
+    auto* v = new TVxRealVector(&form);
+    v->Add(0);
+    v->Add(10);
+    auto* s = new TVxDataSeries(&form);
+    s->SetXData(v);
+    s->SetYData(v);
+    s->LineStyle().SetVisible(false);
+    s->PointStyle().SetStyle(SySquareFilled);
+    s->PointStyle().SetSize(6);
+    s->PointStyle().SetColor(clRed);
+    g->EnsureCalculated();
+    for (TVxAxis* a : {g->PrimaryXAxis(), g->PrimaryYAxis()}) {
+        a->SetStartEnd(AxFixed);
+        a->SetStopEnd(AxFixed);
+        a->SetStart(0);
+        a->SetStop(10);
+    }
+    auto redOutsideWorld = [&] {
+        const QImage img = g->ToImage();
+        const QRect world = g->DrawingWorld()->WorldRect();
+        int n = 0;
+        for (int y = 0; y < img.height(); ++y)
+            for (int x = 0; x < img.width(); ++x)
+                n += !world.contains(x, y) && img.pixel(x, y) == qRgb(255, 0, 0) ? 1 : 0;
+        return n;
+    };
+    EXPECT_GT(redOutsideWorld(), 2 * 20);
+    g->PrimaryXAxis()->ZoomIn(0, 10);
+    g->PrimaryYAxis()->ZoomIn(0, 10);
+    EXPECT_EQ(redOutsideWorld(), 0);
+}
+
 TEST(VxGraph2D, ZoomDragAndZoomBack)
 {
     auto g = FramedGraph();

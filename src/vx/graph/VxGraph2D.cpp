@@ -201,25 +201,41 @@ void TVxDrawingWorld::DrawZoomRect(TCanvas& Canvas) const
 
 void TVxDrawingWorld::Paint(TCanvas& Canvas)
 {
+    TVx2DGraph* g = Graph();
+    if (!g || !g->PrimaryXAxis() || !g->PrimaryYAxis() || !g->NotUpdating() || g->NeedsCalculation())
+        return;
+    const QRect world = WorldRect();
+    Canvas.IntersectClipRect(world);
+    Canvas.SetWindowOrg(-world.left(), -world.top());
     for (TVxSeries* s : FSeriesList)
         GuardEvent([&] { s->Draw(Canvas); });
-    if (FMarkersShown) {
-        PaintMarker(Canvas, FStartMarker);
-        PaintMarker(Canvas, FStopMarker);
-    }
-    if (FZooming)
-        DrawZoomRect(Canvas);
+    Canvas.SetWindowOrg(0, 0);
+    Canvas.ClearClip();
+}
+
+void TVxDrawingWorld::UpdateSeries()
+{
+    // Series may draw beyond the world (symbols on its edge are drawn whole), so the
+    // whole graph surface is repainted.
+    if (TVx2DGraph* g = Graph())
+        g->update();
+    else
+        update();
 }
 
 void TVxDrawingWorld::paintEvent(QPaintEvent*)
 {
     GuardEvent([this] {
-        TVx2DGraph* g = Graph();
-        if (!g || !g->PrimaryXAxis() || !g->PrimaryYAxis() || !g->NotUpdating() || g->NeedsCalculation())
+        if (!FMarkersShown && !FZooming)
             return;
         QPainter painter(this);
         TCanvas canvas(&painter);
-        Paint(canvas);
+        if (FMarkersShown) {
+            PaintMarker(canvas, FStartMarker);
+            PaintMarker(canvas, FStopMarker);
+        }
+        if (FZooming)
+            DrawZoomRect(canvas);
     });
 }
 
@@ -624,6 +640,10 @@ void TVx2DGraph::paintEvent(QPaintEvent*)
         QPainter painter(this);
         TCanvas canvas(&painter);
         Paint(canvas);
+        // The drawing world stands for a control without a surface of its own: its series
+        // paint here, on the graph, and the axes and legends paint over them.
+        if (FDrawingWorld)
+            FDrawingWorld->Paint(canvas);
     });
 }
 

@@ -117,9 +117,16 @@ public:
     // Brings the series list into drawing order (stable; series first, then their
     // place among the owner's children is kept).
     void ReorderSeriesList();
-    // Draws every series (canvas origin at the world's top-left, clipped to it) and the
-    // zoom rectangle and markers.
+    // Draws every series on Canvas, a canvas on the graph's surface: with the origin at
+    // the world's top-left and clipped to it, so a series that lifts the clip (point
+    // symbols and arrows of axes not zoomed in) draws whole beyond the world's edge.
+    // Nothing while the graph lacks a primary axis, is updating or needs calculation.
+    // The graph calls it when it paints; the world's own surface shows only the markers
+    // and the zoom rectangle.
     void Paint(TCanvas& Canvas);
+    // Asks for the series to be painted again (the graph's surface under and around the
+    // world); use it instead of update().
+    void UpdateSeries();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
