@@ -604,9 +604,10 @@ TEST(VxDataSeries, ComponentsMayBeDestroyedInAnyOrder)
 {
     struct Row {
         const char* Name;
-        int Victim; // 0 x vector, 1 y vector, 2 x axis, 3 graph, 4 weight vector
+        int Victim; // 0 x vector, 1 y vector, 2 x axis, 3 graph, 4 weight vector, 5 drawing world
     };
-    const Row rows[] = {{"x vector", 0}, {"y vector", 1}, {"x axis", 2}, {"graph", 3}, {"weight", 4}};
+    const Row rows[] = {{"x vector", 0}, {"y vector", 1}, {"x axis", 2}, {"graph", 3}, {"weight", 4},
+                        {"drawing world", 5}};
     for (const Row& r : rows) {
         SCOPED_TRACE(r.Name);
         SeriesForm f;
@@ -619,10 +620,15 @@ TEST(VxDataSeries, ComponentsMayBeDestroyedInAnyOrder)
         s->SetWeight(w);
         s->SetdXPlus(x);
         f.Render();
-        QObject* victims[] = {x, y, f.Graph->XAxis(), f.Graph, w};
+        QObject* victims[] = {x, y, f.Graph->XAxis(), f.Graph, w, f.Graph->DrawingWorld()};
         delete victims[r.Victim];
         if (r.Victim != 3)
             f.Render();
+        if (r.Victim == 5) { // the graph's new drawing world draws the series
+            EXPECT_EQ(s->DrawingWorld(), f.Graph->DrawingWorld());
+            EXPECT_TRUE(f.Graph->GetSeriesList().Contains(s));
+            EXPECT_GT(CountColor(f.Render(), s->PointStyle().Color()), 20);
+        }
         x = nullptr;
         // The series keeps working with what is left and goes away cleanly.
         s->CalculatePoints();

@@ -163,6 +163,15 @@ void TVxSeries::ComponentRemoved(int Role)
         break;
     case wrDrawingWorld:
         FDrawingWorld = nullptr;
+        // A graph replaces a drawing world deleted from outside: move over to the new one.
+        if (TVx2DGraph* g = Graph(); g && !FDestroying && g->DrawingWorld()) {
+            FDrawingWorld = g->DrawingWorld();
+            Watch(wrDrawingWorld, FDrawingWorld);
+            if (!IsCalculatedSeries())
+                FDrawingWorld->SeriesList().Add(this);
+            InvalidatePixels();
+            Modified();
+        }
         break;
     default:
         break;

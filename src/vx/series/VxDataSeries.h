@@ -136,7 +136,10 @@ public:
     virtual void SetPointsCount();
     virtual int XIdxNeeded() const;
     virtual int YIdxNeeded() const;
-    // Recomputes ranges (when dirty) or pixel positions; the graph calls it before drawing.
+    // Recomputes ranges (when dirty, empty or inverted) or pixel positions; the graph calls
+    // it before drawing. A rescan that moves a range asks the graph to recalculate and maps
+    // nothing; one that leaves the ranges as they were (a single point, all values equal)
+    // maps the points at once, so that the graph does not recalculate for ever.
     void CalculatePoints();
     virtual void CalculatePoint(int Index);
 
@@ -217,6 +220,7 @@ public:
     QString Caption() const { return FCaption; }
     void SetCaption(const QString& S);
     bool DoUserCaption() const { return FDoUserCaption; }
+    // True shows the user's caption, false the automatic one again.
     void SetDoUserCaption(bool Value);
     QString UserCaption() const { return FUserCaption; }
     void SetUserCaption(const QString& S);
