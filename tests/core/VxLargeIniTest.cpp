@@ -202,10 +202,11 @@ TEST(VxIniList, ShortAndMalformedValues)
     EXPECT_EQ(ia, (TVxIntegerArray{4, 5, 5}));
 
     // A position needs two numbers within the double range; a vector ends at a bad element.
-    TVxRealPos p{1, 1};
-    list.ReadRealPos("A", "p", p);
-    list.ReadRealPos("A", "q", p);
-    EXPECT_EQ(p, (TVxRealPos{1, 1}));
+    for (const char* key : {"p", "q"}) {
+        TVxRealPos p{9, 9};
+        list.ReadRealPos("A", key, p);
+        EXPECT_EQ(p, (TVxRealPos{9, 9})) << key;
+    }
     TVxRealVector v;
     list.ReadRealVector("A", "v", v);
     EXPECT_EQ(v.ToArray(), (TVxRealArray{1, 2}));
