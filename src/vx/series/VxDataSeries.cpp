@@ -119,7 +119,7 @@ TVxSeries::~TVxSeries()
         delete child;
     }
     if (FDrawingWorld)
-        FDrawingWorld->update();
+        FDrawingWorld->UpdateSeries();
 }
 
 void TVxSeries::Watch(int Role, QObject* Obj)
@@ -751,7 +751,7 @@ void TVxSeries::OnDataChanged(bool XSide, int Index, bool AllChanged)
             calc(newest);
             CalculatePoint(newest);
             if (FDrawingWorld)
-                FDrawingWorld->update();
+                FDrawingWorld->UpdateSeries();
         }
     }
     if (Index > FPointsCount) {
@@ -773,7 +773,7 @@ void TVxSeries::OnDataChanged(bool XSide, int Index, bool AllChanged)
     PixelChanged(Index);
     DataChanged();
     if (FDrawingWorld)
-        FDrawingWorld->update();
+        FDrawingWorld->UpdateSeries();
 }
 
 void TVxSeries::FOnXIChanged(int Index, bool AllChanged)
@@ -795,7 +795,7 @@ void TVxSeries::Modified()
     FPointsDirty = true;
     UpdateLegend();
     if (FDrawingWorld)
-        FDrawingWorld->update();
+        FDrawingWorld->UpdateSeries();
 }
 
 void TVxSeries::RangesModified()
