@@ -32,8 +32,9 @@ TEST(LinReg, TooFewPointsRaiseNotEnoughData)
         initial.DeltaOffset = line ? 1.7E308 : 0.0;
         initial.Offset = line ? 0.0 : 3.0;
         EXPECT_EQ(r, initial);
-        if (fit == LinW || fit == OfsW)
+        if (fit == LinW || fit == OfsW) { // all weights zero: nothing to fit
             EXPECT_EQ(MessageOf([&] { fit(0, 5, zeroW, r); }), kNotEnoughData);
+        }
     }
     // One point: LinReg refuses after storing the means.
     TVxLinearRegessionResults r;
