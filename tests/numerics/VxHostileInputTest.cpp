@@ -23,7 +23,7 @@ void Exercise(TVxIntPolynom& p, const TVxRealVector& X, const TVxRealVector& Y, 
     MessageOf([&] { p.RecalculateCoeffs(-INFINITY, INFINITY, X, Y, &W); });
     MessageOf([&] { p.RecalculateCoeffs(-1.7e308, 1.7e308, X, Y, nullptr); });
     for (double x : { -1e300, -1.0, 0.0, 0.5, 3.0, 1e300, double(NAN), double(INFINITY) })
-        MessageOf([&] { p.Interpolate(x) + p.Slope(x) + p.Curvature(x); });
+        MessageOf([&] { (void)(p.Interpolate(x) + p.Slope(x) + p.Curvature(x)); });
     MessageOf([&] { p.FindExtrema(); });
     MessageOf([&] { p.FindDiffExtrema(); });
     MessageOf([&] {
