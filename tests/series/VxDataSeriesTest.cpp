@@ -162,6 +162,13 @@ TEST(VxDataSeries, PlainVectorsAreRemappedWhenTheGraphIsModified)
     f.Render();
     EXPECT_NE(s->Points().Value(1), before);
     EXPECT_EQ(s->Points().Value(1).y(), f.Graph->YAxis()->RealToIntPosition(5));
+    // A value beyond the range: once told (as a child tells its parent), one render
+    // rescales the axis and maps through it.
+    y->SetValue(1, 50);
+    s->ChildModified();
+    f.Render();
+    EXPECT_GE(f.Graph->YAxis()->Stop(), 50);
+    EXPECT_EQ(s->Points().Value(1).y(), f.Graph->YAxis()->RealToIntPosition(50));
 }
 
 TEST(VxDataSeries, SeriesSharingALiveVectorStayCurrent)

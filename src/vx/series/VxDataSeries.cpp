@@ -801,18 +801,17 @@ void TVxSeries::Modified()
 void TVxSeries::RangesModified()
 {
     FChildsDirty = true;
-    FRangesDirty = true;
-    Modified();
-    // The rescan may move the axes: the graph calculates before it paints again, so that
-    // no drawing maps the points through axes that are about to change.
-    if (TVx2DGraph* g = Graph())
-        g->Modified();
+    ChildModified();
 }
 
 void TVxSeries::ChildModified()
 {
     FRangesDirty = true;
     Modified();
+    // The rescan may move the axes: the graph calculates before it paints again, so that
+    // no drawing maps the points through axes that are about to change.
+    if (TVx2DGraph* g = Graph())
+        g->Modified();
 }
 
 void TVxSeries::RecalculateChilds()

@@ -156,7 +156,8 @@ public:
     // Ranges and children must be recomputed as well; the graph recalculates (rescaling
     // its axes) before it paints again.
     void RangesModified();
-    // A child changed a setting: the ranges are rescanned before the next drawing.
+    // A child changed a setting: the ranges are rescanned before the next drawing (the
+    // graph recalculates as for RangesModified).
     void ChildModified();
     // Runs Calculate on every calculated child.
     void RecalculateChilds();
