@@ -412,6 +412,7 @@ TEST(VxDataSeries, ErrorBarsWidenTheRangeWhileSymbolsShow)
     EXPECT_EQ(s->YRange()->Start(), 6);
     EXPECT_EQ(s->YRange()->Stop(), 33);
     EXPECT_GE(f.Graph->YAxis()->Stop(), 33);
+    EXPECT_EQ(s->Points().Value(2).y(), f.Graph->YAxis()->RealToIntPosition(30));
 }
 
 TEST(VxDataSeries, OneVectorForBothErrorsKeepsNotifyingWhenOneIsReplaced)

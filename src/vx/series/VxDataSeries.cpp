@@ -1435,6 +1435,14 @@ void TVxDataWithErrorSeries::GetNewYStartStop()
     ScanSpans(false);
 }
 
+void TVxDataWithErrorSeries::Modified()
+{
+    TVxDataSeries::Modified();
+    // The symbols were shown or hidden: the errors enter or leave the ranges.
+    if (RangesOutdated() && !FRangesDirty)
+        RangesModified();
+}
+
 bool TVxDataWithErrorSeries::RangesOutdated() const
 {
     const bool visible = FPointStyle->Visible();

@@ -483,6 +483,8 @@ public:
     const TVxIntegerVector& dYPlusLength() const { return *FLengths[2]; }
     const TVxIntegerVector& dYMinusLength() const { return *FLengths[3]; }
 
+    // Also marks the ranges for a rescan when the symbols were shown or hidden.
+    void Modified() override;
     void GetNewXStartStop() override;
     void GetNewYStartStop() override;
     void CalculatePoint(int Index) override;
