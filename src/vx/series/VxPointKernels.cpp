@@ -14,6 +14,22 @@ namespace vx {
 
 namespace {
 
+inline void TakeBelow(double V, int I, double& Min, int& MinIdx)
+{
+    if (V < Min) {
+        Min = V;
+        MinIdx = I;
+    }
+}
+
+inline void TakeAbove(double V, int I, double& Max, int& MaxIdx)
+{
+    if (V > Max) {
+        Max = V;
+        MaxIdx = I;
+    }
+}
+
 // Folds point I into R when both coordinates are finite (the first occurrence of an
 // extreme wins, as only a strictly better value moves its index).
 inline void FoldPoint(TVxPointRanges& R, const double* X, const double* Y, int I)
@@ -21,22 +37,10 @@ inline void FoldPoint(TVxPointRanges& R, const double* X, const double* Y, int I
     const double x = X[I], y = Y[I];
     if (!std::isfinite(x) || !std::isfinite(y))
         return;
-    if (x < R.XMin) {
-        R.XMin = x;
-        R.XMinIdx = I;
-    }
-    if (x > R.XMax) {
-        R.XMax = x;
-        R.XMaxIdx = I;
-    }
-    if (y < R.YMin) {
-        R.YMin = y;
-        R.YMinIdx = I;
-    }
-    if (y > R.YMax) {
-        R.YMax = y;
-        R.YMaxIdx = I;
-    }
+    TakeBelow(x, I, R.XMin, R.XMinIdx);
+    TakeAbove(x, I, R.XMax, R.XMaxIdx);
+    TakeBelow(y, I, R.YMin, R.YMinIdx);
+    TakeAbove(y, I, R.YMax, R.YMaxIdx);
 }
 
 TVxPointRanges EmptyRanges()
@@ -105,23 +109,16 @@ TVxPointRanges ScanPointRanges(const double* X, const double* Y, int Count)
                 FoldPoint(r, X, Y, i);
             continue;
         }
+        // An extreme that beats the ranges so far is looked up for its first index.
         const double xMin = Lower(x0), xMax = Upper(x1), yMin = Lower(y0), yMax = Upper(y1);
-        if (xMin < r.XMin) {
-            r.XMin = xMin;
-            r.XMinIdx = FirstIndexOf(X, from, to, xMin);
-        }
-        if (xMax > r.XMax) {
-            r.XMax = xMax;
-            r.XMaxIdx = FirstIndexOf(X, from, to, xMax);
-        }
-        if (yMin < r.YMin) {
-            r.YMin = yMin;
-            r.YMinIdx = FirstIndexOf(Y, from, to, yMin);
-        }
-        if (yMax > r.YMax) {
-            r.YMax = yMax;
-            r.YMaxIdx = FirstIndexOf(Y, from, to, yMax);
-        }
+        if (xMin < r.XMin)
+            TakeBelow(xMin, FirstIndexOf(X, from, to, xMin), r.XMin, r.XMinIdx);
+        if (xMax > r.XMax)
+            TakeAbove(xMax, FirstIndexOf(X, from, to, xMax), r.XMax, r.XMaxIdx);
+        if (yMin < r.YMin)
+            TakeBelow(yMin, FirstIndexOf(Y, from, to, yMin), r.YMin, r.YMinIdx);
+        if (yMax > r.YMax)
+            TakeAbove(yMax, FirstIndexOf(Y, from, to, yMax), r.YMax, r.YMaxIdx);
     }
     for (int i = from; i < Count; ++i)
         FoldPoint(r, X, Y, i);
