@@ -576,8 +576,17 @@ void TVxSeries::CalculatePoint(int Index)
     }
     if (Index < FDrawnCount)
         ++FPixelsGeneration;
-    FPoints->SetValue(Index, QPoint(FXAxis->RealToIntPosition(FXData->Data()[Index]),
-                                    FYAxis->RealToIntPosition(FYData->Data()[Index])));
+    FPoints->SetValue(Index, QPoint(PixelOf(FXAxis->Map(), FXAxis->Scaling() != AxNormal, FXData->Data()[Index]),
+                                    PixelOf(FYAxis->Map(), FYAxis->Scaling() != AxNormal, FYData->Data()[Index])));
+}
+
+int TVxSeries::PixelOf(const TVxAxisMap& Map, bool Log, double V)
+{
+    // The axis gives every value <= 0 on a logarithmic scale pixel -1, which on an upward
+    // axis lies beyond the stop; such values belong beyond the start.
+    if (Log && !(V > 0.0))
+        return Map.Forward() ? -1 : Map.AxisLength() + 1;
+    return Map.RealToIntPosition(V);
 }
 
 void TVxSeries::CalculateEachPoint(int From, int To)
@@ -607,6 +616,7 @@ void TVxSeries::CalculatePointRange(int From, int To)
     const bool linear = IsLinear(FXAxis) && IsLinear(FYAxis);
     const TVxAxisMap xm = FXAxis->Map();
     const TVxAxisMap ym = FYAxis->Map();
+    const bool xLog = FXAxis->Scaling() != AxNormal, yLog = FYAxis->Scaling() != AxNormal;
     // The thin line's reduction takes each block while its pixels are still in the
     // processor's cache, instead of reading all of them again when drawing.
     const bool feed = FReducedCount == From && DrawsReducedLine();
@@ -618,7 +628,7 @@ void TVxSeries::CalculatePointRange(int From, int To)
         } else {
             for (int i = from; i < to; ++i) {
                 if (std::isfinite(x[i]) && std::isfinite(y[i]))
-                    p[i] = QPoint(xm.RealToIntPosition(x[i]), ym.RealToIntPosition(y[i]));
+                    p[i] = QPoint(PixelOf(xm, xLog, x[i]), PixelOf(ym, yLog, y[i]));
                 else
                     p[i] = QPoint(kInvalidPixel, kInvalidPixel);
             }

@@ -12,9 +12,10 @@
 // broken there (a gap); the area fill closes each unbroken run separately. An error or
 // arrow component that is not finite counts as 0; a point's end that overflows (a huge
 // value plus its error) counts as the largest real, so the ranges stay finite. Values
-// <= 0 on a logarithmic axis get the axis's pixel -1, just outside the plot: left of it on
-// a horizontal axis, above it on a vertical one (unless twisted). An area fill on a
-// logarithmic y axis reaches down to the axis start (0 lies infinitely far below it).
+// <= 0 on a logarithmic axis are drawn one pixel beyond the axis start, just outside the
+// plot (the axis's own RealToIntPosition gives them -1, which on an upward y axis would
+// be beyond its stop), and an area fill on a logarithmic y axis reaches down to the axis
+// start: 0 lies infinitely far below it.
 //
 // Cost. Appending to a live vector folds the new value into the ranges and maps the new
 // point in constant time. While the axes' mapping stays the same and every vector reports
@@ -295,6 +296,9 @@ protected:
     // Registers Range with Axis (hooks its change notice to the axis).
     static void RegisterRange(TRange& Range, TVxAxis* Axis);
     static void UnregisterRange(TRange& Range, TVxAxis* Axis);
+    // Pixel of value V on an axis with map Map (Log: a logarithmic one, where values <= 0
+    // lie just beyond the start).
+    static int PixelOf(const TVxAxisMap& Map, bool Log, double V);
     // Pixel row of y = 0, for area fills and bars.
     int ZeroPixelY() const;
     // Brush colour that fills hollow symbols.
