@@ -303,6 +303,8 @@ TEST(VxDBVector, FollowsEditsInsertsAndRemovals)
     m->insertRow(1, {new QStandardItem("x"), new QStandardItem("7")}); // inside: reload
     EXPECT_EQ(v.ToArray(), (std::vector<double>{20, 7, 3, 4}));
     EXPECT_EQ(l.Received, (std::vector<Notice>{{1, false, 3}, {3, false, 4}, {0, true, 4}, {-1, true, 4}}));
+    m->insertRow(3, {new QStandardItem("x"), new QStandardItem("8")}); // before the last: reload
+    EXPECT_EQ(v.ToArray(), (std::vector<double>{20, 7, 3, 8, 4}));
 
     // Emptying a value cuts the vector; filling it in again lets the rest join.
     m->setData(m->index(2, 1), QString());
@@ -310,11 +312,11 @@ TEST(VxDBVector, FollowsEditsInsertsAndRemovals)
     m->setData(m->index(2, 1), QStringLiteral("abc")); // not a number: still the end
     EXPECT_EQ(v.Count(), 2);
     m->setData(m->index(2, 1), QStringLiteral("5"));
-    EXPECT_EQ(v.ToArray(), (std::vector<double>{20, 7, 5, 4}));
+    EXPECT_EQ(v.ToArray(), (std::vector<double>{20, 7, 5, 8, 4}));
     // Removing the empty row that ended the vector lets the rows after it join.
     m->setData(m->index(2, 1), QString());
     m->removeRow(2);
-    EXPECT_EQ(v.ToArray(), (std::vector<double>{20, 7, 4}));
+    EXPECT_EQ(v.ToArray(), (std::vector<double>{20, 7, 8, 4}));
 }
 
 TEST(VxDBVector, SqlTableBeyondOneFetchBatch)
