@@ -185,8 +185,11 @@ TEST(VxValueIChangedList, OneSlotPerClassAndMethodCalledInSubscriptionOrder)
     EXPECT_EQ(log, (std::vector<int>{1, 2, 3, 4}));
     EXPECT_TRUE(first.Received.empty());
     EXPECT_EQ(list.Items(1).Receiver, &second);
+    list.Add(&third, &OtherListener::VectorChanged); // inherited: the base class's slot
+    EXPECT_EQ(list.Count(), 4);
+    EXPECT_EQ(list.Items(3).Receiver, &third);
 
-    // Remove ignores the receiver: removing through another object drops second's entry.
+    // Remove ignores the receiver: removing through another object drops third's entry.
     list.Remove(&first, &Listener::VectorChanged);
     log.clear();
     v.Add(2);
