@@ -372,6 +372,53 @@ TEST(VxDataSeries, SettingsRoundTripWithChildSections)
     EXPECT_EQ(others[2]->UserCaption(), "first");
 }
 
+TEST(VxDataSeries, HostileSettingsAreReadWithoutHarm)
+{
+    // One bad value each; the series of both classes read it, keep what it cannot name and
+    // draw (2000 points: the size at which symbols are kept in a layer).
+    struct Row {
+        const char* Key;
+        const char* Value;
+    };
+    const Row rows[] = {{"Point.Size", "2147483647"}, {"Point.Style", "99"},
+                        {"XData", "Nowhere.Nothing"},  {"YData", "SeriesForm.Axis"},  {"XAxis", "SeriesForm.XVec"},
+                        {"dYPlus", "SeriesForm.Axis"},  {"ChildCount", "-4"}};
+    for (const Row& r : rows) {
+        for (bool errors : {false, true}) {
+            SCOPED_TRACE(std::string(r.Key) + "=" + r.Value + (errors ? " (error bars)" : ""));
+            SeriesForm f;
+            f.Form->setObjectName("SeriesForm");
+            f.Graph->YAxis()->setObjectName("Axis");
+            auto* x = f.Vector({});
+            x->setObjectName("XVec");
+            auto* y = f.Vector({});
+            for (int i = 0; i < 2000; ++i) {
+                x->Add(i);
+                y->Add(i % 13);
+            }
+            TVxDataSeries* s = errors ? new TVxDataWithErrorSeries(f.Form.get()) : new TVxDataSeries(f.Form.get());
+            s->SetXData(x);
+            s->SetYData(y);
+            if (errors)
+                static_cast<TVxDataWithErrorSeries*>(s)->SetdYPlus(y);
+            s->AddChild(new TVxLineSeries(f.Form.get()));
+            TVxIniList ini;
+            s->WriteToIni(ini, "S");
+            ini.WriteString("S", r.Key, r.Value);
+            s->ReadFromIni(ini, "S");
+            const QImage img = f.Render();
+            EXPECT_FALSE(img.isNull());
+            EXPECT_EQ(s->XData(), x);
+            EXPECT_EQ(s->YData(), y);
+            EXPECT_EQ(s->XAxis(), f.Graph->XAxis());
+            EXPECT_EQ(s->PointStyle().Style(), SyCircle);
+            EXPECT_EQ(s->Childs().Count(), 1);
+            if (errors)
+                EXPECT_EQ(static_cast<TVxDataWithErrorSeries*>(s)->dYPlus(), y);
+        }
+    }
+}
+
 TEST(VxDataSeries, ErrorBarsWidenTheRangeWhileSymbolsShow)
 {
     SeriesForm f;

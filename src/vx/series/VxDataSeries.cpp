@@ -31,6 +31,14 @@ constexpr int kLayerMinPoints = 2000;
 // Pixel lengths beyond this are clamped (far outside any plot, safe for the painter).
 constexpr double kMaxPixelLength = 1.0e6;
 
+// Symbols are kept in a raster layer only up to this half-size: the layer stamps every
+// pixel of the symbol per point, which beyond it costs more than drawing each symbol.
+constexpr int kLayerMaxSymbolSize = 16;
+
+// Symbol half-sizes (and error-bar caps) beyond this are drawn at it: it covers any plot,
+// and keeps the pixel arithmetic around a point far from overflowing.
+constexpr int kMaxSymbolSize = 4096;
+
 bool Notifies(const TVxCustomRealVector* V)
 {
     return qobject_cast<const TVxLiveVector*>(V) || qobject_cast<const TVxDBVector*>(V);
@@ -1069,19 +1077,24 @@ void TVxSeries::WithSymbolClipping(TCanvas& Canvas, const std::function<void()>&
         Canvas.IntersectClipRect(clip);
 }
 
+int TVxSeries::SymbolSize(const TVxPointStyle& Style)
+{
+    return std::clamp(Style.Size(), 0, kMaxSymbolSize);
+}
+
 void TVxSeries::DrawSymbols(TCanvas& Canvas, const TVxPointStyle& Style, TColor Background)
 {
     Canvas.Pen().SetWidth(Style.Width());
     Canvas.Pen().SetColor(Style.Color());
     Canvas.Pen().SetMode(pmCopy);
     Canvas.Brush().SetColor(Background);
-    if (FPointsCount >= kLayerMinPoints) {
-        FSymbolLayer->Draw(Canvas, FPoints->GetPointer(0), FPointsCount, kInvalidPixel, Style.Style(), Style.Size(),
+    const int size = SymbolSize(Style);
+    if (FPointsCount >= kLayerMinPoints && size <= kLayerMaxSymbolSize) {
+        FSymbolLayer->Draw(Canvas, FPoints->GetPointer(0), FPointsCount, kInvalidPixel, Style.Style(), size,
                            FPixelsGeneration);
     } else {
         FSymbolLayer->Clear();
-        TVxSymbolLayer::DrawEach(Canvas, FPoints->GetPointer(0), FPointsCount, kInvalidPixel, Style.Style(),
-                                 Style.Size());
+        TVxSymbolLayer::DrawEach(Canvas, FPoints->GetPointer(0), FPointsCount, kInvalidPixel, Style.Style(), size);
     }
     FDrawnCount = FPointsCount;
 }
@@ -1487,7 +1500,7 @@ void TVxDataWithErrorSeries::DrawPoints(TCanvas& Canvas)
     TVxCanvasStateGuard guard(Canvas);
     const int width = FDrawingWorld ? FDrawingWorld->width() : 0;
     const int height = FDrawingWorld ? FDrawingWorld->height() : 0;
-    const int s = FPointStyle->Size();
+    const int s = SymbolSize(*FPointStyle);
     const TColor background = SymbolBackground();
     // Plus bars point toward larger values, also on twisted axes.
     const int sx = FXAxis->Map().Forward() ? 1 : -1;

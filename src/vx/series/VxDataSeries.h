@@ -24,8 +24,9 @@
 // is drawn from a per-pixel-column reduction of the points (TVxPolylineReducer), so its
 // cost follows the plot width. From 2000 points on, raster drawing keeps the line and the
 // symbols in layers that are extended when points are appended and otherwise drawn again
-// as they are (TVxLineLayer, TVxSymbolLayer). All of it gives the same pixels as drawing
-// every point.
+// as they are (TVxLineLayer, TVxSymbolLayer; symbols only while small). All of it gives
+// the same pixels as drawing every point. Symbol sizes (and error-bar caps) above 4096
+// pixels are drawn at 4096.
 //
 // Typical use (the series binds to the last graph among the form's children):
 //     auto* x = new TVxLiveVector(form);  auto* y = new TVxLiveVector(form);
@@ -306,6 +307,8 @@ protected:
     // Symbols are drawn unclipped unless both axes are zoomed in, so that symbols at the
     // plot's edge show whole; runs Body under that rule and restores the clip.
     void WithSymbolClipping(TCanvas& Canvas, const std::function<void()>& Body);
+    // Half-size at which Style's symbols are drawn (sizes beyond any plot are limited).
+    static int SymbolSize(const TVxPointStyle& Style);
     // Draws the symbol of every valid point.
     void DrawSymbols(TCanvas& Canvas, const TVxPointStyle& Style, TColor Background);
     // The incremental range step: offers Lo and Hi of point Index to Range, keeping the
