@@ -68,3 +68,18 @@ TEST(VxSymbolLayer, StampsTheSamePixelsAsDrawingEachSymbol)
         }
     }
 }
+
+TEST(VxSymbolLayer, HugeSymbolsAreDrawnOneByOne)
+{
+    // Too large for a sprite (and once beyond the sprite's arithmetic): drawn directly.
+    QImage img(60, 40, QImage::Format_ARGB32_Premultiplied);
+    img.fill(Qt::white);
+    TCanvas c(&img);
+    c.IntersectClipRect(QRect(0, 0, 60, 40));
+    c.Pen().SetColor(RGB(200, 30, 30));
+    const std::vector<QPoint> pts(3, QPoint(30, 20));
+    TVxSymbolLayer layer;
+    layer.Draw(c, pts.data(), 3, INT_MIN, SySquare, 1000000, 1);
+    layer.Draw(c, pts.data(), 3, INT_MIN, SySquareFilled, 300, 1);
+    EXPECT_EQ(img.pixel(30, 20), qRgb(200, 30, 30)); // inside the filled square
+}

@@ -12,10 +12,14 @@ namespace vx {
 namespace {
 
 // Half the side of a square that holds the whole symbol drawn with a pen of Width.
-int SymbolReach(int R, int Width)
+// A sprite (and pattern) this wide at most; larger symbols are drawn one by one, which
+// then costs less than stamping their many pixels.
+constexpr int kMaxSpriteReach = 256;
+
+qint64 SymbolReach(int R, int Width)
 {
     // The star's tip reaches 8 % beyond R; wide pens add half their width on each side.
-    return (R * 108) / 100 + Width + 2;
+    return (qint64(R) * 108) / 100 + Width + 2;
 }
 
 bool IntegralTranslation(const QTransform& T)
@@ -39,7 +43,8 @@ void TVxSymbolLayer::Draw(TCanvas& Canvas, const QPoint* Points, int Count, int 
     if (Count <= 0 || int(Symbol) < 0 || int(Symbol) >= VxPointSymbolCount)
         return;
     QPainter* painter = Canvas.Painter();
-    if (!Canvas.IsRaster() || Canvas.Pen().Mode() != pmCopy || !IntegralTranslation(painter->deviceTransform())) {
+    if (!Canvas.IsRaster() || Canvas.Pen().Mode() != pmCopy || !IntegralTranslation(painter->deviceTransform())
+        || SymbolReach(R, Canvas.Pen().Width()) > kMaxSpriteReach) {
         Clear();
         DrawEach(Canvas, Points, Count, Skip, Symbol, R);
         return;
@@ -53,7 +58,7 @@ void TVxSymbolLayer::Draw(TCanvas& Canvas, const QPoint* Points, int Count, int 
     } else {
         FKey = key;
         // The pattern: the symbol drawn once into a transparent sprite.
-        FReach = SymbolReach(R, Canvas.Pen().Width());
+        FReach = int(SymbolReach(R, Canvas.Pen().Width()));
         const int side = 2 * FReach + 1;
         QImage sprite(side, side, QImage::Format_ARGB32_Premultiplied);
         sprite.fill(0);
