@@ -379,6 +379,18 @@ TEST(VxGraph2D, SeriesRangesDriveTheAxes)
         for (int dy = -3; dy <= 3; ++dy)
             red = red || img.pixel(x, y + dy) == qRgb(255, 0, 0);
     EXPECT_TRUE(red);
+    // Fixed ends ignore the data; switched back, they follow it again at once.
+    TVxAxis* yAxis = g->PrimaryYAxis();
+    yAxis->SetStartEnd(AxFixed);
+    yAxis->SetStopEnd(AxFixed);
+    yAxis->SetStart(10);
+    yAxis->SetStop(20);
+    g->EnsureCalculated();
+    EXPECT_EQ(std::make_pair(yAxis->Start(), yAxis->Stop()), std::make_pair(10.0, 20.0));
+    yAxis->SetStartEnd(AxAutoRange);
+    yAxis->SetStopEnd(AxAutoRange);
+    g->EnsureCalculated();
+    EXPECT_EQ(std::make_pair(yAxis->Start(), yAxis->Stop()), std::make_pair(1.0, 3.0));
 }
 
 TEST(VxGraph2D, SeriesPaintOnTheGraphSoEdgeSymbolsAreWhole)

@@ -536,6 +536,9 @@ void TVxAxis::SetStartEnd(TVxAxEnd value)
         return;
     FOptions.StartEnd = value;
     SetLayoutChanged();
+    // An end that follows the data again takes the data's range at once.
+    if (value != AxFixed)
+        ValuesRangeChanged();
 }
 
 void TVxAxis::SetStopEnd(TVxAxEnd value)
@@ -544,6 +547,9 @@ void TVxAxis::SetStopEnd(TVxAxEnd value)
         return;
     FOptions.StopEnd = value;
     SetLayoutChanged();
+    // An end that follows the data again takes the data's range at once.
+    if (value != AxFixed)
+        ValuesRangeChanged();
 }
 
 double TVxAxis::Start() const { return FRange->Start(); }

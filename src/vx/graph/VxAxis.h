@@ -214,6 +214,8 @@ public:
     // --- scaling ---
     TVxAxScaling Scaling() const { return FOptions.Scaling; }
     void SetScaling(TVxAxScaling value);
+    // How each end follows the data. Switching an end away from AxFixed applies the
+    // data's range to the axis at once (AxAutoRange takes it, AxFirstSet widens to it).
     TVxAxEnd StartEnd() const { return FOptions.StartEnd; }
     void SetStartEnd(TVxAxEnd value);
     TVxAxEnd StopEnd() const { return FOptions.StopEnd; }
