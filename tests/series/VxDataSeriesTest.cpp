@@ -74,78 +74,111 @@ TEST(VxDataSeries, PointCountIsTheShorterVector)
 
 TEST(VxDataSeries, LiveEditsKeepRangesAndPixelsTrue)
 {
-    // One series through a sequence of edits. Whenever the series says its ranges are
-    // current they are exactly those of the drawn (finite) points; after each render every
-    // cached pixel is the axes' mapping of its values and the axes cover the ranges.
-    SeriesForm f;
-    auto* x = f.Vector({0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
-    auto* y = f.Vector({0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
-    auto* s = MakeSeries(f, x, y);
-    f.Render();
-    TVxLiveVector& X = *x;
-    TVxLiveVector& Y = *y;
-    struct Row {
-        const char* Name;
-        std::function<void()> Edit;
-    };
-    const Row rows[] = {
-        {"a non-extreme value moves inward", [&] { X.SetValue(2, 2.5); }},
-        {"the maximum moves inward", [&] { X.SetValue(9, 8.5); }},
-        {"a value beyond the maximum", [&] { X.SetValue(0, 20); }},
-        {"the minimum changes to a larger value", [&] { X.SetValue(1, 15); }},
-        {"insert into both", [&] { X.Insert(5, 4.5); Y.Insert(5, 4.5); }},
-        {"insert into y only", [&] { Y.Insert(2, 50); }},
-        {"append to both", [&] { X.Add(-20); Y.Add(-30); }},
-        {"y turns NaN, x beyond the range", [&] { Y.SetValue(3, NaN); X.SetValue(3, 99); }},
-        {"y turns finite again", [&] { Y.SetValue(3, 1); }},
-        {"x two short of y, large values left in its storage",
-         [&] {
-             while (X.Count() < Y.Count() + 2)
-                 X.Add(1000 + X.Count());
-             while (X.Count() > Y.Count() - 2)
-                 X.Delete(X.Count() - 1);
-         }},
-        {"x grows past y's end over its storage", [&] { X.SetValue(Y.Count() + 1, 3); }},
-        {"x one short of y", [&] { X.Delete(X.Count() - 1); X.Delete(X.Count() - 1); X.Delete(X.Count() - 1); }},
-        {"x grows to y's end plus one", [&] { X.SetValue(Y.Count(), 7); }},
-        {"x cleared", [&] { X.Clear(); }},
-    };
-    auto expectRanges = [&] {
-        double x0 = CVxMaxReal, x1 = CVxMinReal, y0 = CVxMaxReal, y1 = CVxMinReal;
-        for (int i = 0; i < std::min(X.Count(), Y.Count()); ++i) {
-            if (!std::isfinite(X.Value(i)) || !std::isfinite(Y.Value(i)))
-                continue;
-            x0 = std::min(x0, X.Value(i));
-            x1 = std::max(x1, X.Value(i));
-            y0 = std::min(y0, Y.Value(i));
-            y1 = std::max(y1, Y.Value(i));
+    // One series through a sequence of edits, with error bars (plus y, minus x) or without.
+    // Whenever the series says its ranges are current they are exactly those of the drawn
+    // (finite) points; after each render every cached pixel and bar length is the axes'
+    // mapping of its values and the axes cover the ranges.
+    for (bool errors : {false, true}) {
+        SCOPED_TRACE(errors ? "error bars" : "plain");
+        SeriesForm f;
+        auto* x = f.Vector({0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
+        auto* y = f.Vector({0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
+        TVxLiveVector& X = *x;
+        TVxLiveVector& Y = *y;
+        TVxLiveVector& E = *f.Vector({1, 1, 1, 1, 1});
+        TVxLiveVector& M = *f.Vector({2, 2, 2, 2, 2, 2, 2});
+        TVxDataWithErrorSeries* es = errors ? new TVxDataWithErrorSeries(f.Form.get()) : nullptr;
+        TVxDataSeries* s = errors ? es : new TVxDataSeries(f.Form.get());
+        s->SetXData(x);
+        s->SetYData(y);
+        if (es) {
+            es->SetdYPlus(&E);
+            es->SetdXMinus(&M);
         }
-        using Ends = std::array<double, 4>;
-        EXPECT_EQ((Ends{s->XRange()->Start(), s->XRange()->Stop(), s->YRange()->Start(), s->YRange()->Stop()}),
-                  (Ends{x0, x1, y0, y1}));
-    };
-    for (const Row& r : rows) {
-        SCOPED_TRACE(r.Name);
-        r.Edit();
-        if (!s->RangesDirty())
-            expectRanges();
         f.Render();
-        expectRanges();
-        const TVxAxis* xa = f.Graph->XAxis();
-        const TVxAxis* ya = f.Graph->YAxis();
-        ASSERT_EQ(s->PointsCount(), std::min(X.Count(), Y.Count()));
-        int wrong = 0;
-        for (int i = 0; i < s->PointsCount(); ++i) {
-            QPoint p;
-            if (s->PointAt(i, p) != (std::isfinite(X.Value(i)) && std::isfinite(Y.Value(i))))
-                ++wrong;
-            else if (std::isfinite(Y.Value(i)))
-                wrong += p != QPoint(xa->RealToIntPosition(X.Value(i)), ya->RealToIntPosition(Y.Value(i)));
+        struct Row {
+            const char* Name;
+            std::function<void()> Edit;
+        };
+        const Row rows[] = {
+            {"a non-extreme value moves inward", [&] { X.SetValue(2, 2.5); }},
+            {"the maximum moves inward", [&] { X.SetValue(9, 8.5); }},
+            {"a value beyond the maximum", [&] { X.SetValue(0, 20); }},
+            {"the minimum changes to a larger value", [&] { X.SetValue(1, 15); }},
+            {"insert into both", [&] { X.Insert(5, 4.5); Y.Insert(5, 4.5); }},
+            {"insert into y only", [&] { Y.Insert(2, 50); }},
+            {"append to both", [&] { X.Add(-20); Y.Add(-30); }},
+            {"y drops its value beyond the points, then takes an insertion",
+             [&] { Y.Delete(Y.Count()); Y.Insert(1, 40); }},
+            {"insert into the plus errors", [&] { E.Insert(1, 30); }},
+            {"the minus errors drop their last value, then take an insertion",
+             [&] { M.Delete(M.Count() - 1); M.Insert(0, 25); }},
+            {"the plus errors drop their last value", [&] { E.SetValue(E.Count() - 1, 60); E.Delete(E.Count() - 1); }},
+            {"the plus errors written one beyond their end (the gap shows the dropped 60)",
+             [&] { E.SetValue(E.Count() + 1, 2); }},
+            {"the plus errors grow past the points", [&] { while (E.Count() < X.Count() + 2) E.Add(3); }},
+            {"y turns NaN, x beyond the range", [&] { Y.SetValue(3, NaN); X.SetValue(3, 99); }},
+            {"y turns finite again", [&] { Y.SetValue(3, 1); }},
+            {"x two short of y, large values left in its storage",
+             [&] {
+                 while (X.Count() < Y.Count() + 2)
+                     X.Add(1000 + X.Count());
+                 while (X.Count() > Y.Count() - 2)
+                     X.Delete(X.Count() - 1);
+             }},
+            {"x grows past y's end over its storage", [&] { X.SetValue(Y.Count() + 1, 3); }},
+            {"x one short of y", [&] { X.Delete(X.Count() - 1); X.Delete(X.Count() - 1); X.Delete(X.Count() - 1); }},
+            {"x grows to y's end plus one", [&] { X.SetValue(Y.Count(), 7); }},
+            {"x cleared", [&] { X.Clear(); }},
+        };
+        // The error of point I from vector V, as the series counts it.
+        auto err = [&](const TVxLiveVector& V, int I) {
+            return es && I < V.Count() && std::isfinite(V.Value(I)) ? std::fabs(V.Value(I)) : 0.0;
+        };
+        auto expectRanges = [&] {
+            double x0 = CVxMaxReal, x1 = CVxMinReal, y0 = CVxMaxReal, y1 = CVxMinReal;
+            for (int i = 0; i < std::min(X.Count(), Y.Count()); ++i) {
+                if (!std::isfinite(X.Value(i)) || !std::isfinite(Y.Value(i)))
+                    continue;
+                x0 = std::min(x0, X.Value(i) - err(M, i));
+                x1 = std::max(x1, X.Value(i));
+                y0 = std::min(y0, Y.Value(i));
+                y1 = std::max(y1, Y.Value(i) + err(E, i));
+            }
+            using Ends = std::array<double, 4>;
+            EXPECT_EQ((Ends{s->XRange()->Start(), s->XRange()->Stop(), s->YRange()->Start(), s->YRange()->Stop()}),
+                      (Ends{x0, x1, y0, y1}));
+        };
+        for (const Row& r : rows) {
+            SCOPED_TRACE(r.Name);
+            r.Edit();
+            if (!s->RangesDirty())
+                expectRanges();
+            f.Render();
+            expectRanges();
+            const TVxAxis* xa = f.Graph->XAxis();
+            const TVxAxis* ya = f.Graph->YAxis();
+            ASSERT_EQ(s->PointsCount(), std::min(X.Count(), Y.Count()));
+            int wrong = 0;
+            for (int i = 0; i < s->PointsCount(); ++i) {
+                QPoint p;
+                const bool valid = std::isfinite(X.Value(i)) && std::isfinite(Y.Value(i));
+                if (s->PointAt(i, p) != valid)
+                    ++wrong;
+                else if (valid)
+                    wrong += p != QPoint(xa->RealToIntPosition(X.Value(i)), ya->RealToIntPosition(Y.Value(i)));
+                if (es && valid) {
+                    const TVxIntegerVector& l = es->dYPlusLength();
+                    wrong += (i < l.Count()) != (i < E.Count());
+                    if (i < l.Count() && i < E.Count())
+                        wrong += l.Value(i) != int(std::nearbyint(err(E, i) / ya->Scale()));
+                }
+            }
+            EXPECT_EQ(wrong, 0);
+            if (s->PointsCount() > 0)
+                EXPECT_TRUE(xa->Start() <= s->XRange()->Start() && xa->Stop() >= s->XRange()->Stop()
+                            && ya->Start() <= s->YRange()->Start() && ya->Stop() >= s->YRange()->Stop());
         }
-        EXPECT_EQ(wrong, 0);
-        if (s->PointsCount() > 0)
-            EXPECT_TRUE(xa->Start() <= s->XRange()->Start() && xa->Stop() >= s->XRange()->Stop()
-                        && ya->Start() <= s->YRange()->Start() && ya->Stop() >= s->YRange()->Stop());
     }
 }
 

@@ -138,8 +138,11 @@ void TVxSeries::Watch(int Role, QObject* Obj)
         FWatches.erase(it);
     }
     if (Obj)
-        FWatches[Role] = connect(Obj, &QObject::destroyed, this, [this, Role]() {
+        FWatches[Role] = connect(Obj, &QObject::destroyed, this, [this, Role, Obj]() {
             FWatches.erase(Role);
+            FSeenCounts.erase(std::remove_if(FSeenCounts.begin(), FSeenCounts.end(),
+                                             [Obj](const TSeenCount& c) { return c.Vector == Obj; }),
+                              FSeenCounts.end());
             ComponentRemoved(Role);
         });
 }
@@ -213,8 +216,43 @@ bool TVxSeries::ReplaceVector(QPointer<TVxCustomRealVector>& Field, int Role, TV
     Watch(Role, Vector);
     if (Vector)
         Vector->IChangedList().Add(this, Handler);
+    ResyncSeenCounts();
     InvalidatePixels();
     return true;
+}
+
+void TVxSeries::ResyncSeenCounts()
+{
+    std::vector<TVectorRef> refs;
+    VectorRefs(refs);
+    FSeenCounts.clear();
+    for (const TVectorRef& r : refs) {
+        const bool known = std::any_of(FSeenCounts.begin(), FSeenCounts.end(), [&](const TSeenCount& c) {
+            return c.Vector == r.Vector && c.Handler == r.Handler;
+        });
+        if (r.Vector && !known)
+            FSeenCounts.push_back({r.Vector, r.Handler, r.Vector->Count()});
+    }
+}
+
+bool TVxSeries::NoteUnannounced(TVectorHandler Handler, int Index, bool Deleted, int OldCount)
+{
+    bool unannounced = false;
+    for (TSeenCount& c : FSeenCounts) {
+        if (c.Handler != Handler)
+            continue;
+        const int count = c.Vector->Count();
+        // Grown by an insertion (Index is not the last value; later values moved) or by a
+        // write beyond the end (the gap shows what the storage held), among the points.
+        if (!Deleted && count > c.Count && (Index < count - 1 || Index > c.Count)
+            && std::min(Index, c.Count) < OldCount)
+            unannounced = true;
+        // A vector announces a deletion before it drops its last place. (Another vector
+        // of the handler is taken one short as well: at worst its next change in the
+        // middle counts as an insertion and rescans.)
+        c.Count = Deleted && Index >= 0 ? std::max(0, count - 1) : count;
+    }
+    return unannounced;
 }
 
 bool TVxSeries::Hears(const TVxCustomRealVector* Vector, void (TVxSeries::*Handler)(int, bool)) const
@@ -327,7 +365,6 @@ void TVxSeries::SetData(bool XSide, TVxCustomRealVector* Vector)
     if (!ReplaceVector(field, XSide ? wrXData : wrYData, Vector,
                        XSide ? &TVxSeries::FOnXIChanged : &TVxSeries::FOnYIChanged))
         return;
-    (XSide ? FXSeenCount : FYSeenCount) = CountOf(Vector);
     if (Vector && axis)
         RegisterRange(range, axis);
     if (Vector && IsDesigning(this) && Vector->Count() == 0)
@@ -357,6 +394,7 @@ void TVxSeries::SetWeight(TVxCustomRealVector* Vector)
     Watch(wrWeight, Vector);
     if (Vector)
         Vector->IChangedList().Add(this, &TVxSeries::FOnWeightChanged);
+    ResyncSeenCounts();
 }
 
 TVxCustomRealVector* TVxSeries::GetWeight() const
@@ -695,8 +733,8 @@ void TVxSeries::CalculatePoints()
         return;
     }
     SetPointsCount();
-    FXSeenCount = FXData->Count();
-    FYSeenCount = FYData->Count();
+    for (TSeenCount& c : FSeenCounts)
+        c.Count = c.Vector->Count();
     const bool degenerate = FPointsCount > 0
                             && (FXRange->Start() >= FXRange->Stop() || FYRange->Start() >= FYRange->Stop());
     if (FRangesDirty || degenerate || RangesOutdated()) {
@@ -745,13 +783,11 @@ void TVxSeries::OnDataChanged(bool XSide, int Index, bool AllChanged)
     auto calcOther = [this, XSide](int i) { XSide ? CalcYValue(i) : CalcXValue(i); };
     FChildsDirty = true;
     const int oldCount = FPointsCount;
-    // An insertion moves every later value up by one: the points from Index on all
-    // changed, like after a deletion.
-    int& seen = XSide ? FXSeenCount : FYSeenCount;
-    const int vectorCount = CountOf(XSide ? FXData : FYData);
-    if (!AllChanged && vectorCount > seen && Index < vectorCount - 1 && Index < oldCount)
+    // An insertion (into the data or an error vector) moves every later value up by one:
+    // the points from Index on all changed, like after a deletion. A write beyond an
+    // error vector's end alike brings in values nobody announced.
+    if (NoteUnannounced(XSide ? &TVxSeries::FOnXIChanged : &TVxSeries::FOnYIChanged, Index, AllChanged, oldCount))
         AllChanged = true;
-    seen = vectorCount;
     SetPointsCount();
     if (!AllChanged) {
         // New points: the other coordinate was there already; the newest point of the

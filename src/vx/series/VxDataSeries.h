@@ -408,10 +408,21 @@ protected:
     TVxAxisMap FCachedYMap;
     // The reduced polyline holds the first FReducedCount cached points.
     int FReducedCount = 0;
-    // Counts of XData and YData as of their last change notice or calculation (tells an
-    // insertion, which moves the later values, from an append).
-    int FXSeenCount = 0;
-    int FYSeenCount = 0;
+    // Count of every vector per handler as of its last change notice or calculation (tells
+    // an insertion, which moves the later values, from an append). Kept for every vector
+    // reference (data, errors, arrows), since a notice does not say which vector sent it.
+    struct TSeenCount {
+        const TVxCustomRealVector* Vector;
+        TVectorHandler Handler;
+        int Count;
+    };
+    std::vector<TSeenCount> FSeenCounts;
+    // Rebuilds FSeenCounts from the current references.
+    void ResyncSeenCounts();
+    // Takes the counts of Handler's vectors after notice (Index, Deleted); true when one of
+    // them changed values of the first OldCount points beyond Index: it grew while Index
+    // is not its last value (an insertion) or lies beyond its old end (a gap).
+    bool NoteUnannounced(TVectorHandler Handler, int Index, bool Deleted, int OldCount);
 };
 
 // A series that holds its own data vectors (the type of a calculated series' parent).
