@@ -322,6 +322,12 @@ TEST(VxDataSeries, FindPointReturnsTheLastWithinTolerance)
     // Far-out coordinates do not wrap around into the plot.
     EXPECT_EQ(s->FindPoint(INT_MIN, INT_MIN, INT_MAX), -1);
     EXPECT_EQ(s->FindPoint(INT_MAX, INT_MAX, INT_MAX), 3);
+    // Before the next paint, points the vectors no longer hold are not found.
+    auto* x = qobject_cast<TVxLiveVector*>(s->XData());
+    x->Delete(3);
+    EXPECT_EQ(s->FindPoint(INT_MAX, INT_MAX, INT_MAX), 2);
+    x->Clear();
+    EXPECT_EQ(s->FindPoint(p.x(), p.y(), 3), -1);
 }
 
 TEST(VxDataSeries, SinglePointIsMappedAndTheGraphSettles)

@@ -1173,7 +1173,9 @@ int TVxSeries::FindPoint(int X, int Y, int Tolerance) const
     const qint64 x = qint64(X) - (FDrawingWorld ? FDrawingWorld->x() : 0);
     const qint64 y = qint64(Y) - (FDrawingWorld ? FDrawingWorld->y() : 0);
     int found = -1;
-    const int n = std::min(FPointsCount, FPoints->Count());
+    // Until the next calculation the cache may still hold points that a deletion or a
+    // clear took from the vectors: those are not offered.
+    const int n = std::min({FPointsCount, FPoints->Count(), CountOf(FXData), CountOf(FYData)});
     for (int i = 0; i < n; ++i) {
         QPoint p;
         if (PointAt(i, p) && std::llabs(p.x() - x) <= Tolerance && std::llabs(p.y() - y) <= Tolerance)

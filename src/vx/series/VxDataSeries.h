@@ -215,7 +215,8 @@ public:
     int RealToIntY(double Value) const;
     double IntToRealX(int Pixel) const;
     double IntToRealY(int Pixel) const;
-    // Index of the last point within Tolerance pixels (a square) of graph point (X, Y), or -1.
+    // Index of the last point within Tolerance pixels (a square) of graph point (X, Y), or -1;
+    // only points the vectors still hold (a deletion before the next paint is respected).
     Q_INVOKABLE virtual int FindPoint(int X, int Y, int Tolerance) const;
 
     // --- Captions ----------------------------------------------------------------------------
