@@ -31,8 +31,9 @@ constexpr int kLayerMinPoints = 2000;
 // Pixel lengths beyond this are clamped (far outside any plot, safe for the painter).
 constexpr double kMaxPixelLength = 1.0e6;
 
-// Symbols are kept in a raster layer only up to this half-size: the layer stamps every
-// pixel of the symbol per point, which beyond it costs more than drawing each symbol.
+// Symbols are kept in a raster layer only up to this half-size and pen width: the layer
+// stamps every pixel of the symbol per point, which beyond it costs more than drawing
+// each symbol.
 constexpr int kLayerMaxSymbolSize = 16;
 
 // Symbol half-sizes (and error-bar caps) beyond this are drawn at it: it covers any plot,
@@ -1125,7 +1126,7 @@ void TVxSeries::DrawSymbols(TCanvas& Canvas, const TVxPointStyle& Style, TColor 
     Canvas.Pen().SetMode(pmCopy);
     Canvas.Brush().SetColor(Background);
     const int size = SymbolSize(Style);
-    if (FPointsCount >= kLayerMinPoints && size <= kLayerMaxSymbolSize) {
+    if (FPointsCount >= kLayerMinPoints && size <= kLayerMaxSymbolSize && Style.Width() <= kLayerMaxSymbolSize) {
         FSymbolLayer->Draw(Canvas, FPoints->GetPointer(0), FPointsCount, kInvalidPixel, Style.Style(), size,
                            FPixelsGeneration);
     } else {
