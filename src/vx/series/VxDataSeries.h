@@ -175,7 +175,9 @@ public:
 
     // Change handlers registered with the vectors: (Index, AllChanged). A new value folds
     // into the ranges in constant time; an insertion (the vector grew while Index is not
-    // its last value) moves the later values and counts as a change of all of them.
+    // its last value) moves the later values and counts as a change of all of them, and so
+    // does a write beyond an error vector's end among the points (the gap shows whatever
+    // the vector's storage held).
     void FOnXIChanged(int Index, bool AllChanged);
     void FOnYIChanged(int Index, bool AllChanged);
     virtual void FOnWeightChanged(int Index, bool AllChanged);
