@@ -396,16 +396,20 @@ TEST(VxGraph2D, SeriesRangesDriveTheAxes)
 TEST(VxGraph2D, SeriesPaintOnTheGraphSoEdgeSymbolsAreWhole)
 {
     // Squares on two corners of the plot: drawn whole, over the frame and the axes, until
-    // both axes are zoomed in; then they are clipped to the world.
+    // both axes are zoomed in; then they are clipped to the world. A point beyond the fixed
+    // x start is not drawn over the y axis' labels.
     QWidget form;
     auto* g = new TVx2DGraph(&form);
     g->resize(300, 200);
-    auto* v = new TVxRealVector(&form);
-    v->Add(0);
-    v->Add(10);
+    auto* x = new TVxRealVector(&form);
+    auto* y = new TVxRealVector(&form);
+    for (double v : {0.0, 10.0, -1.0})
+        x->Add(v);
+    for (double v : {0.0, 10.0, 5.0})
+        y->Add(v);
     auto* s = new TVxDataSeries(&form);
-    s->SetXData(v);
-    s->SetYData(v);
+    s->SetXData(x);
+    s->SetYData(y);
     s->LineStyle().SetVisible(false);
     s->PointStyle().SetStyle(SySquareFilled);
     s->PointStyle().SetSize(6);
@@ -417,19 +421,21 @@ TEST(VxGraph2D, SeriesPaintOnTheGraphSoEdgeSymbolsAreWhole)
         a->SetStart(0);
         a->SetStop(10);
     }
-    auto redOutsideWorld = [&] {
+    // Red pixels outside the world widened by Margin.
+    auto redOutside = [&](int Margin) {
         const QImage img = g->ToImage();
-        const QRect world = g->DrawingWorld()->WorldRect();
+        const QRect world = g->DrawingWorld()->WorldRect().adjusted(-Margin, -Margin, Margin, Margin);
         int n = 0;
-        for (int y = 0; y < img.height(); ++y)
-            for (int x = 0; x < img.width(); ++x)
-                n += !world.contains(x, y) && img.pixel(x, y) == qRgb(255, 0, 0) ? 1 : 0;
+        for (int py = 0; py < img.height(); ++py)
+            for (int px = 0; px < img.width(); ++px)
+                n += !world.contains(px, py) && img.pixel(px, py) == qRgb(255, 0, 0) ? 1 : 0;
         return n;
     };
-    EXPECT_GT(redOutsideWorld(), 2 * 20);
+    EXPECT_GT(redOutside(0), 2 * 20);
+    EXPECT_EQ(redOutside(8), 0);
     g->PrimaryXAxis()->ZoomIn(0, 10);
     g->PrimaryYAxis()->ZoomIn(0, 10);
-    EXPECT_EQ(redOutsideWorld(), 0);
+    EXPECT_EQ(redOutside(0), 0);
 }
 
 TEST(VxGraph2D, ZoomDragAndZoomBack)

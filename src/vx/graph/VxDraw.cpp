@@ -241,6 +241,11 @@ void DrawPointSymbol(int X, int Y, int R, TVxPointSymbol Symbol, TCanvas& Canvas
     }
 }
 
+qint64 PointSymbolReach(int R, int PenWidth)
+{
+    return (qint64(R) * 108) / 100 + PenWidth + 2;
+}
+
 void DrawArrow(int X1, int Y1, int X2, int Y2, int TipLength, int TipWidth, TCanvas& Canvas)
 {
     const double dx = X2 - X1;

@@ -148,6 +148,9 @@ void DrawFrame(int X1, int Y1, int X2, int Y2, TCanvas& Canvas);
 // colour is changed). Sets brush style bsSolid and pen style psSolid first. Symbols
 // outside 0..15 draw nothing.
 void DrawPointSymbol(int X, int Y, int R, TVxPointSymbol Symbol, TCanvas& Canvas);
+// How far from its centre a symbol of half-size R drawn with a pen of PenWidth can paint
+// (the star's tip reaches 8 % beyond R; wide pens add half their width on each side).
+qint64 PointSymbolReach(int R, int PenWidth);
 // Arrow from the tail (X1, Y1) to the tip (X2, Y2) in the canvas pen: the shaft, and a
 // head filled with the pen colour: a triangle with its apex on the tip, TipLength pixels
 // long along the shaft and 2 * TipWidth + 1 pixels wide across it. A head longer than

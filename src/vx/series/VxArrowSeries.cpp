@@ -159,7 +159,10 @@ void TVxArrowSeries::DrawLine(TCanvas& Canvas)
     FLineStyle->ApplyTo(pen);
     pen.SetMode(pmCopy);
     Canvas.SetPen(pen);
-    WithSymbolClipping(Canvas, [&] {
+    // Arrow heads on the plot's edge show whole.
+    const int margin = std::clamp(FTipLength, 0, 1 << 20) + std::clamp(FTipWidth, 0, 1 << 20)
+                       + std::clamp(pen.Width(), 0, 1 << 20) + 1;
+    WithSymbolClipping(Canvas, margin, [&] {
         const int n = std::min({FPointsCount, FTipX->Count(), FTipY->Count()});
         for (int i = 0; i < n; ++i) {
             QPoint p;

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 
 namespace vx {
@@ -504,7 +505,15 @@ void TVxBarSeries::DrawLine(TCanvas& Canvas)
     const TColor light = Shade(FAreaStyle->Color(), 13);
     const TColor dark = Shade(FAreaStyle->Color(), 6);
 
-    WithSymbolClipping(Canvas, [&] {
+    // Bars reach beyond the plot by their outline and, in 3D, by their depth.
+    const int outline = std::clamp(pen.Width(), 0, 1 << 20) + 1;
+    int margin = outline;
+    for (int i = 0; FShow3DBars && i < FBarCount; ++i) {
+        TBarRect r;
+        if (BarRect(i, n, k, gap, depth, r))
+            margin = std::max({margin, std::abs(r.DX) + outline, std::abs(r.DY) + outline});
+    }
+    WithSymbolClipping(Canvas, margin, [&] {
         for (int i = FBarCount - 1; i >= 0; --i) {
             TBarRect r;
             if (!BarRect(i, n, k, gap, depth, r))

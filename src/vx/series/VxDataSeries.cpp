@@ -1099,19 +1099,25 @@ void TVxSeries::DrawLine(TCanvas& Canvas)
 
 void TVxSeries::DrawPoints(TCanvas&) {}
 
-void TVxSeries::WithSymbolClipping(TCanvas& Canvas, const std::function<void()>& Body)
+void TVxSeries::WithSymbolClipping(TCanvas& Canvas, int Margin, const std::function<void()>& Body)
 {
     const bool zoomed = FXAxis && FYAxis && FXAxis->CanZoomBack() && FYAxis->CanZoomBack();
-    if (zoomed) {
+    if (zoomed || !Canvas.HasClip()) {
         Body();
         return;
     }
-    const bool hadClip = Canvas.HasClip();
+    // The clip widened by the marks' own reach: marks on the plot's edge show whole, while
+    // points beyond a fixed or zoomed end do not spill over the axes, labels and title.
     const QRect clip = Canvas.ClipRect();
     Canvas.ClearClip();
+    Canvas.IntersectClipRect(clip.adjusted(-Margin, -Margin, Margin, Margin));
     Body();
-    if (hadClip)
-        Canvas.IntersectClipRect(clip);
+    Canvas.IntersectClipRect(clip);
+}
+
+int TVxSeries::SymbolReach(const TVxPointStyle& Style)
+{
+    return int(PointSymbolReach(SymbolSize(Style), std::clamp(Style.Width(), 0, kMaxSymbolSize)));
 }
 
 int TVxSeries::SymbolSize(const TVxPointStyle& Style)
@@ -1339,7 +1345,7 @@ void TVxDataSeries::DrawPoints(TCanvas& Canvas)
     if (FPointsDirty)
         CalculatePoints();
     TVxCanvasStateGuard guard(Canvas);
-    WithSymbolClipping(Canvas, [&] { DrawSymbols(Canvas, *FPointStyle, SymbolBackground()); });
+    WithSymbolClipping(Canvas, SymbolReach(*FPointStyle), [&] { DrawSymbols(Canvas, *FPointStyle, SymbolBackground()); });
 }
 
 void TVxDataSeries::WriteToIni(TVxIniList& List, const QString& Section) const
@@ -1544,7 +1550,8 @@ void TVxDataWithErrorSeries::DrawPoints(TCanvas& Canvas)
     // Plus bars point toward larger values, also on twisted axes.
     const int sx = FXAxis->Map().Forward() ? 1 : -1;
     const int sy = FYAxis->Map().Forward() ? 1 : -1;
-    WithSymbolClipping(Canvas, [&] {
+    // Error bars reach beyond the plot only as far as their caps and the symbols.
+    WithSymbolClipping(Canvas, std::max(SymbolReach(*FPointStyle), s + 2), [&] {
         for (int i = 0; i < FPointsCount; ++i) {
             QPoint p;
             if (!PointAt(i, p) || p.x() < 0 || p.x() > width || p.y() < 0 || p.y() > height)

@@ -307,9 +307,14 @@ protected:
     int ZeroPixelY() const;
     // Brush colour that fills hollow symbols.
     TColor SymbolBackground() const;
-    // Symbols are drawn unclipped unless both axes are zoomed in, so that symbols at the
-    // plot's edge show whole; runs Body under that rule and restores the clip.
-    void WithSymbolClipping(TCanvas& Canvas, const std::function<void()>& Body);
+    // Runs Body under the marks' clipping rule and restores the clip: unless both axes are
+    // zoomed in, the clip is widened by Margin pixels (the reach of the marks beyond their
+    // point), so that symbols, arrows and bars on the plot's edge show whole. Marks of
+    // points beyond a fixed or zoomed end are still cut there, rather than drawn over the
+    // axes, labels and title as fully unclipped drawing would.
+    void WithSymbolClipping(TCanvas& Canvas, int Margin, const std::function<void()>& Body);
+    // How far Style's symbols reach beyond their centre, pen included.
+    static int SymbolReach(const TVxPointStyle& Style);
     // Half-size at which Style's symbols are drawn (sizes beyond any plot are limited).
     static int SymbolSize(const TVxPointStyle& Style);
     // Draws the symbol of every valid point.

@@ -16,11 +16,7 @@ namespace {
 // then costs less than stamping their many pixels.
 constexpr int kMaxSpriteReach = 256;
 
-qint64 SymbolReach(int R, int Width)
-{
-    // The star's tip reaches 8 % beyond R; wide pens add half their width on each side.
-    return (qint64(R) * 108) / 100 + Width + 2;
-}
+
 
 bool IntegralTranslation(const QTransform& T)
 {
@@ -44,7 +40,7 @@ void TVxSymbolLayer::Draw(TCanvas& Canvas, const QPoint* Points, int Count, int 
         return;
     QPainter* painter = Canvas.Painter();
     if (!Canvas.IsRaster() || Canvas.Pen().Mode() != pmCopy || !IntegralTranslation(painter->deviceTransform())
-        || SymbolReach(R, Canvas.Pen().Width()) > kMaxSpriteReach) {
+        || PointSymbolReach(R, Canvas.Pen().Width()) > kMaxSpriteReach) {
         Clear();
         DrawEach(Canvas, Points, Count, Skip, Symbol, R);
         return;
@@ -58,7 +54,7 @@ void TVxSymbolLayer::Draw(TCanvas& Canvas, const QPoint* Points, int Count, int 
     } else {
         FKey = key;
         // The pattern: the symbol drawn once into a transparent sprite.
-        FReach = int(SymbolReach(R, Canvas.Pen().Width()));
+        FReach = int(PointSymbolReach(R, Canvas.Pen().Width()));
         const int side = 2 * FReach + 1;
         QImage sprite(side, side, QImage::Format_ARGB32_Premultiplied);
         sprite.fill(0);
