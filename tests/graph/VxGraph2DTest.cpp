@@ -393,6 +393,32 @@ TEST(VxGraph2D, SeriesRangesDriveTheAxes)
     EXPECT_EQ(std::make_pair(yAxis->Start(), yAxis->Stop()), std::make_pair(1.0, 3.0));
 }
 
+TEST(VxGraph2D, LayingOutAgainKeepsTheAxes)
+{
+    // Rounding -90..155 gives -100..175, and rounding that again would give -100..200.
+    QWidget form;
+    auto* g = new TVx2DGraph(&form);
+    g->resize(400, 300);
+    auto* x = new TVxLiveVector(&form);
+    auto* y = new TVxLiveVector(&form);
+    for (double v : {-100.0, 150.0})
+        x->Add(v);
+    for (double v : {-89.9999, 154.581})
+        y->Add(v);
+    auto* s = new TVxDataSeries(&form);
+    s->SetXData(x);
+    s->SetYData(y);
+    for (int round = 0; round < 3; ++round) {
+        g->ToImage();
+        EXPECT_EQ(std::make_pair(g->YAxis()->Start(), g->YAxis()->Stop()), std::make_pair(-100.0, 175.0)) << round;
+        g->Modified();
+    }
+    // A range set from outside is rounded from what was set.
+    g->YAxis()->SetStop(176);
+    g->ToImage();
+    EXPECT_GT(g->YAxis()->Stop(), 176);
+}
+
 TEST(VxGraph2D, SeriesPaintOnTheGraphSoEdgeSymbolsAreWhole)
 {
     // Squares on two corners of the plot: drawn whole, over the frame and the axes, until

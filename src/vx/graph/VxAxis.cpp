@@ -783,10 +783,20 @@ double TVxAxis::IntToRealPosition(int pixel) const
 
 void TVxAxis::CalculateEnds()
 {
-    FScale.Start = Start();
-    FScale.Stop = Stop();
+    // Rounding a rounded range can widen it again (-90..155 gives -100..175, which gives
+    // -100..200), so the same data would give another axis after every layout.
+    const bool untouched = FRounded && Start() == FRoundedStart && Stop() == FRoundedStop;
+    if (!untouched) {
+        FRoundInputStart = Start();
+        FRoundInputStop = Stop();
+    }
+    FScale.Start = FRoundInputStart;
+    FScale.Stop = FRoundInputStop;
     FScale = CalculateAxisEnds(FScale, FOptions);
     FRange->SetStartStop(FScale.Start, FScale.Stop);
+    FRounded = true;
+    FRoundedStart = Start();
+    FRoundedStop = Stop();
 }
 
 TVxAxis::TMeasuredText TVxAxis::Measure(TCanvas& canvas, const QString& text, const TFont& font)

@@ -265,6 +265,8 @@ public:
     int RealToIntPosition(double value) const;
     double IntToRealPosition(int pixel) const;
 
+    // Rounds the ends outward. A range still as the last rounding left it is rounded from
+    // that rounding's input again, so that laying the graph out once more never widens it.
     void CalculateEnds();
     void CalculateTicks();
     // The graph-wide pass: scales every visible axis of the parent graph, then lays out
@@ -427,6 +429,9 @@ private:
 
     TVxAxisScaleOptions FOptions;
     TVxAxisScale FScale;
+    // The last rounding of the ends: its input and its result.
+    bool FRounded = false;
+    double FRoundInputStart = 0, FRoundInputStop = 0, FRoundedStart = 0, FRoundedStop = 0;
     TVxAxisTicks FTicks;
     TVxAxisMap FMap;
     TVxIntegerArray FTickPositions;
