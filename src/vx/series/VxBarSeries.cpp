@@ -6,6 +6,7 @@
 #include "vx/graph/VxGraph2D.h"
 #include "vx/platform/VxCanvas.h"
 #include "vx/platform/VxComponent.h"
+#include "vx/series/VxPointKernels.h"
 
 #include <algorithm>
 #include <climits>
@@ -308,14 +309,8 @@ void TVxBarSeries::ScanSpansOf(bool Edges)
         double lo, hi;
         if (!(Edges ? EdgeSpan(i, lo, hi) : BarSpan(i, lo, hi)))
             continue;
-        if (lo < mn) {
-            mn = lo;
-            minIdx = i;
-        }
-        if (hi > mx) {
-            mx = hi;
-            maxIdx = i;
-        }
+        TakeBelow(lo, i, mn, minIdx);
+        TakeAbove(hi, i, mx, maxIdx);
     }
     // A block's depth reaches beyond the last class by a share of its width.
     const double* e = EdgeData() ? EdgeData()->Data() : nullptr;

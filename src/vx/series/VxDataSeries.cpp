@@ -469,14 +469,8 @@ void ScanRange(int Count, Value value, Valid valid, double& Min, int& MinIdx, do
         if (!valid(i))
             continue;
         const double v = value(i);
-        if (v < Min) {
-            Min = v;
-            MinIdx = i;
-        }
-        if (v > Max) {
-            Max = v;
-            MaxIdx = i;
-        }
+        TakeBelow(v, i, Min, MinIdx);
+        TakeAbove(v, i, Max, MaxIdx);
     }
 }
 

@@ -14,22 +14,6 @@ namespace vx {
 
 namespace {
 
-inline void TakeBelow(double V, int I, double& Min, int& MinIdx)
-{
-    if (V < Min) {
-        Min = V;
-        MinIdx = I;
-    }
-}
-
-inline void TakeAbove(double V, int I, double& Max, int& MaxIdx)
-{
-    if (V > Max) {
-        Max = V;
-        MaxIdx = I;
-    }
-}
-
 // Folds point I into R when both coordinates are finite (the first occurrence of an
 // extreme wins, as only a strictly better value moves its index).
 inline void FoldPoint(TVxPointRanges& R, const double* X, const double* Y, int I)

@@ -10,6 +10,23 @@ namespace vx {
 
 class TVxAxisMap;
 
+// A new extreme and its index: V at I replaces Min (Max) when strictly below (above) it,
+// so the first occurrence of an extreme keeps its index.
+inline void TakeBelow(double V, int I, double& Min, int& MinIdx)
+{
+    if (V < Min) {
+        Min = V;
+        MinIdx = I;
+    }
+}
+inline void TakeAbove(double V, int I, double& Max, int& MaxIdx)
+{
+    if (V > Max) {
+        Max = V;
+        MaxIdx = I;
+    }
+}
+
 // Smallest and largest x and y over the points 0..Count-1 whose two coordinates are both
 // finite, each with the index of its first occurrence; indexes are -1 when no point
 // counts (the extremes are then left at +max / -max).
